@@ -1,0 +1,28 @@
+// brevant: the command-line tool that does the library's main jobs on real files.
+#include <csignal>
+#include <cstdio>
+
+#include "Command.hpp"
+
+int main(int argc, char** argv) {
+    std::signal(SIGPIPE, SIG_IGN);  // a closed pipe shows up as a failed write, which ends quietly
+    CLI::App app{"brevant: the Brevant suite's utility library on real files", "brevant"};
+    app.set_version_flag("--version", std::string("brevant ") + BV_VERSION);
+    app.require_subcommand(1);
+    int exitCode = brevant::kExitSuccess;
+    for (auto& [name, install] : brevant::commandRegistry()) install(app, &exitCode);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::CallForHelp& help) {
+        return app.exit(help);
+    } catch (const CLI::CallForAllHelp& help) {
+        return app.exit(help);
+    } catch (const CLI::CallForVersion& version) {
+        return app.exit(version);
+    } catch (const CLI::ParseError& error) {
+        app.exit(error);
+        return brevant::kExitUsage;
+    }
+    std::fflush(stdout);
+    return exitCode;
+}
