@@ -47,6 +47,8 @@ bool writeOutput(const void* bytes, std::size_t length) {
     return std::fwrite(bytes, 1, length, stdout) == length;
 }
 
-void printError(const std::string& message) { std::fprintf(stderr, "brevant: %s\n", message.c_str()); }
+void printError(const std::string& message) {
+    std::fprintf(stderr, "brevant: %s\n", message.c_str());
+}
 
 }  // namespace brevant

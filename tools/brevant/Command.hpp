@@ -32,7 +32,9 @@ struct RegisterCommand {
 bool readInput(const std::string& path, std::string* contents, std::string* error);
 // Writes bytes to standard output unchanged; false when the output is closed (a closed pipe).
 bool writeOutput(const void* bytes, std::size_t length);
-inline bool writeOutput(const std::string& text) { return writeOutput(text.data(), text.size()); }
+inline bool writeOutput(const std::string& text) {
+    return writeOutput(text.data(), text.size());
+}
 // Prints "brevant: MESSAGE" on standard error.
 void printError(const std::string& message);
 

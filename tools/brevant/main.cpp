@@ -10,7 +10,8 @@ int main(int argc, char** argv) {
     app.set_version_flag("--version", std::string("brevant ") + BV_VERSION);
     app.require_subcommand(1);
     int exitCode = brevant::kExitSuccess;
-    for (auto& [name, install] : brevant::commandRegistry()) install(app, &exitCode);
+    for (auto& [name, install] : brevant::commandRegistry())
+        install(app, &exitCode);
     try {
         app.parse(argc, argv);
     } catch (const CLI::CallForHelp& help) {
