@@ -1,0 +1,169 @@
+// BVNSData: Base64 line layout, hexadecimal both ways, and the universally writable writers.
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "BrevantCocoaExtensions/platform/Base64.hpp"
+#include "BrevantCocoaExtensions/platform/Exceptions.hpp"
+#include "BrevantCocoaExtensions/text/BVNSData.hpp"
+
+using bv::ByteData;
+using bv::Text;
+namespace BVNSData = bv::BVNSData;
+namespace fs = std::filesystem;
+
+namespace {
+
+ByteData sequence(std::size_t length) {
+    ByteData data(length);
+    for (std::size_t i = 0; i < length; ++i)
+        data[i] = static_cast<std::uint8_t>(i * 7 + 3);
+    return data;
+}
+
+class TemporaryFolder {
+  public:
+    TemporaryFolder() {
+        std::string pattern = (fs::temp_directory_path() / "bvnsdata-XXXXXX").string();
+        path_ = ::mkdtemp(pattern.data());
+    }
+    ~TemporaryFolder() { fs::remove_all(path_); }
+    [[nodiscard]] std::string file(const std::string& name) const { return (path_ / name).string(); }
+
+  private:
+    fs::path path_;
+};
+
+std::string contentsOf(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+unsigned modeOf(const std::string& path) {
+    struct stat status {};
+    ::stat(path.c_str(), &status);
+    return status.st_mode & 07777;
+}
+
+}  // namespace
+
+TEST(BVNSData, Base64LinesOf64CharactersJoinedByCarriageReturnLineFeed) {
+    EXPECT_EQ(BVNSData::encodedBase64StringWithNewLines(ByteData(), true), Text(""));
+    const Text full = BVNSData::encodedBase64StringWithNewLines(sequence(48), true);
+    EXPECT_EQ(full.length(), 64u);
+    EXPECT_FALSE(full.contains(Text("\r\n")));
+
+    const std::string oneLine = bv::base64::encode(sequence(49));
+    EXPECT_EQ(BVNSData::encodedBase64StringWithNewLines(sequence(49), true),
+              Text(oneLine.substr(0, 64) + "\r\n" + oneLine.substr(64)));
+    EXPECT_EQ(oneLine.size() - 64, 4u);
+
+    // Exactly two full lines: one break between them, none after the last.
+    const std::string twoLines = bv::base64::encode(sequence(96));
+    EXPECT_EQ(BVNSData::newEncodedBase64StringWithNewLines(sequence(96), true),
+              Text(twoLines.substr(0, 64) + "\r\n" + twoLines.substr(64)));
+
+    const std::string longer = bv::base64::encode(sequence(500));
+    EXPECT_EQ(BVNSData::encodedBase64StringWithNewLines(sequence(500), false), Text(longer));
+    EXPECT_EQ(BVNSData::encodedBase64String(sequence(500)), Text(longer));
+    EXPECT_EQ(BVNSData::newEncodedBase64String(sequence(2)), Text("Awo="));  // bytes 0x03 0x0A
+}
+
+TEST(BVNSData, HexadecimalWritingInBothCases) {
+    const ByteData bytes{0x00, 0xAB, 0x0F};
+    EXPECT_EQ(BVNSData::hexStringRepresentationUppercase(bytes, true), Text("00AB0F"));
+    EXPECT_EQ(BVNSData::hexStringRepresentationUppercase(bytes, false), Text("00ab0f"));
+    EXPECT_EQ(BVNSData::hexStringRepresentation(bytes), Text("00AB0F"));
+    EXPECT_EQ(BVNSData::hexStringRepresentationUppercase(ByteData(), false), Text(""));
+
+    ByteData every(256);
+    for (std::size_t i = 0; i < 256; ++i)
+        every[i] = static_cast<std::uint8_t>(i);
+    const Text upper = BVNSData::hexStringRepresentation(every);
+    ASSERT_EQ(upper.length(), 512u);
+    EXPECT_EQ(upper.substring(2 * 0x9F, 2), Text("9F"));
+    EXPECT_EQ(upper.substring(510, 2), Text("FF"));
+    EXPECT_EQ(BVNSData::initWithHexStringIgnoreOtherCharacters(upper, false), every);
+    EXPECT_EQ(BVNSData::initWithHexStringIgnoreOtherCharacters(
+                  BVNSData::hexStringRepresentationUppercase(every, false), false),
+              every);
+}
+
+TEST(BVNSData, HexadecimalReading) {
+    struct Case {
+        const char* input;
+        bool ignoreOtherCharacters;
+        std::optional<ByteData> expected;
+    };
+    const Case cases[] = {
+        {"abc", true, ByteData{0xAB}},  // the odd last digit is dropped
+        {"abc", false, std::nullopt},
+        {"", false, ByteData{}},
+        {"", true, ByteData{}},
+        {"0a-FF 1", true, ByteData{0x0A, 0xFF}},
+        {"a-b", true, ByteData{0xAB}},  // other characters may stand inside a pair
+        {"<0a1b 2C3d>", true, ByteData{0x0A, 0x1B, 0x2C, 0x3D}},
+        {"0aFF", false, ByteData{0x0A, 0xFF}},
+        {"0a FF", false, std::nullopt},
+        {"0aF", false, std::nullopt},
+        {"0G", false, std::nullopt},
+        {"g1h2", true, ByteData{0x12}},
+        {"\xEF\xBC\x91\xEF\xBC\x92", true, ByteData{}},  // full-width digits are not digits
+        {"\xEF\xBC\x91\xEF\xBC\x92", false, std::nullopt},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(BVNSData::initWithHexStringIgnoreOtherCharacters(Text(c.input), c.ignoreOtherCharacters),
+                  c.expected)
+            << c.input << " " << c.ignoreOtherCharacters;
+    EXPECT_EQ(BVNSData::initWithHexStringIgnoreOtherCharacters(std::nullopt, true), std::nullopt);
+    EXPECT_EQ(BVNSData::dataWithHexString(Text("de:ad:be:ef")), (ByteData{0xDE, 0xAD, 0xBE, 0xEF}));
+}
+
+TEST(BVNSData, WritersLeaveTheFileUniversallyWritable) {
+    TemporaryFolder folder;
+    const ByteData bytes{'h', 'i', 0, '\n'};
+    const mode_t previousMask = ::umask(022);
+
+    const std::string plain = folder.file("plain.bin");
+    EXPECT_TRUE(BVNSData::writeToUniversallyWritableFileAtomically(bytes, Text(plain), false));
+    EXPECT_EQ(contentsOf(plain), std::string("hi\0\n", 4));
+    EXPECT_EQ(modeOf(plain), 0777u);
+
+    const std::string atomic = folder.file("atomic.bin");
+    EXPECT_TRUE(BVNSData::writeToUniversallyWritableFileOptionsError(bytes, Text(atomic),
+                                                                     BVNSData::DataWritingAtomic));
+    EXPECT_EQ(contentsOf(atomic), std::string("hi\0\n", 4));
+    EXPECT_EQ(modeOf(atomic), 0777u);
+
+    const std::string spaced = folder.file("a b\xC3\xA9.bin");
+    EXPECT_TRUE(BVNSData::writeToUniversallyWritableURLAtomically(
+        bytes, Text("file://" + folder.file("a%20b%C3%A9.bin")), true));
+    EXPECT_EQ(contentsOf(spaced), std::string("hi\0\n", 4));
+    EXPECT_EQ(modeOf(spaced), 0777u);
+    EXPECT_FALSE(
+        BVNSData::writeToUniversallyWritableURLAtomically(bytes, Text("http://example.com/x"), true));
+    EXPECT_FALSE(
+        BVNSData::writeToUniversallyWritableURLAtomically(bytes, Text("file://elsewhere/tmp/x"), true));
+    ::umask(previousMask);
+}
+
+TEST(BVNSData, WriterAnswersTheWritesOwnOutcome) {
+    TemporaryFolder folder;
+    bv::Error error;
+    EXPECT_FALSE(BVNSData::writeToUniversallyWritableFileOptionsError(
+        ByteData{1}, Text(folder.file("missing/inner.bin")), 0, &error));
+    EXPECT_EQ(error.code, ENOENT);
+
+    // Refusing to overwrite still opens up the existing file's permissions, and leaves its bytes alone.
+    const std::string existing = folder.file("existing.bin");
+    std::ofstream(existing) << "old";
+    ::chmod(existing.c_str(), 0600);
+    EXPECT_FALSE(BVNSData::writeToUniversallyWritableFileOptionsError(
+        ByteData{1}, Text(existing), BVNSData::DataWritingWithoutOverwriting, &error));
+    EXPECT_EQ(error.code, EEXIST);
+    EXPECT_EQ(contentsOf(existing), "old");
+    EXPECT_EQ(modeOf(existing), 0777u);
+}
