@@ -10,7 +10,8 @@
 # they are). The saved regressions in tests/fuzz/regressions/<target>/ are replayed first. A crash, a
 # sanitizer report, a leak, a broken property, a hang (10 s per input) or more than 2 GB of memory is a
 # finding: the input is saved under build/fuzz/findings/<target>/, and the script exits non-zero after
-# all the requested targets have run. FUZZ_WORKERS=N runs N fuzzing processes per target.
+# all the requested targets have run. FUZZ_WORKERS=N runs N fuzzing processes per target; FUZZ_NO_BUILD=1
+# runs the programs already built.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -43,21 +44,26 @@ all_targets() {
     done
 }
 
-scripts/install-deps.sh --fuzz
-cmake --preset fuzz >/dev/null
+build() {
+    [[ -n "${FUZZ_NO_BUILD:-}" ]] && return 0
+    scripts/install-deps.sh --fuzz
+    cmake --preset fuzz >/dev/null
+    cmake --build --preset fuzz --target "$@"
+}
+
 if [[ "$target" == "--list" ]]; then
     all_targets
     exit 0
 fi
 if [[ "$target" == "all" ]]; then
-    cmake --build --preset fuzz --target fuzz_targets
+    build fuzz_targets
     mapfile -t targets < <(all_targets)
     if ((${#targets[@]} == 0)); then
         echo "No fuzz targets were built." >&2
         exit 1
     fi
 else
-    cmake --build --preset fuzz --target "fuzz_$target"
+    build "fuzz_$target"
     targets=("$target")
 fi
 
