@@ -4,6 +4,7 @@
 
 #include <unicode/ucnv.h>
 #include <unicode/ucnv_err.h>
+#include <unicode/utf16.h>
 #include <unicode/utf8.h>
 
 #include <memory>
@@ -49,6 +50,16 @@ Converter openStrict(TextEncoding encoding) {
     return converter;
 }
 
+// Whether a surrogate half stands without its partner: such a unit has no UTF-8 form.
+bool hasUnpairedSurrogate(std::u16string_view units) {
+    for (std::size_t i = 0; i < units.size();) {
+        UChar32 c;
+        U16_NEXT(units.data(), i, units.size(), c);
+        if (U_IS_SURROGATE(c)) return true;
+    }
+    return false;
+}
+
 }  // namespace
 
 bool isValidUtf8(const std::uint8_t* bytes, std::size_t length) {
@@ -87,6 +98,7 @@ std::optional<Text> decodeText(const std::uint8_t* bytes, std::size_t length, Te
 
 std::optional<ByteData> encodeText(const Text& text, TextEncoding encoding) {
     if (encoding == TextEncoding::UTF8) {
+        if (hasUnpairedSurrogate(text.view())) return std::nullopt;  // toUtf8 would write U+FFFD for it
         std::string utf8 = text.toUtf8();
         return ByteData(utf8.begin(), utf8.end());
     }
