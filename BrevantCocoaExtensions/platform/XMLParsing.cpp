@@ -1,0 +1,227 @@
+// Reading XML into the node model: libxml2 parses, then its tree is copied into XMLNode objects and freed.
+//
+// libxml2 runs with XML_PARSE_NONET and its default limits (never XML_PARSE_HUGE). Entities are
+// substituted (so text holds their replacement), but every external entity is declared empty before it
+// could be loaded, and no external DTD subset is read: a document never makes the parser open another
+// file or reach the network.
+#include <libxml/SAX2.h>
+#include <libxml/parser.h>
+#include <libxml/tree.h>
+
+#include <cerrno>
+#include <climits>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <unordered_map>
+
+#include "BrevantCocoaExtensions/platform/XMLLibxmlSupport.hpp"
+#include "BrevantCocoaExtensions/platform/XMLNode.hpp"
+
+namespace bv {
+
+namespace {
+
+using ContextPtr = std::unique_ptr<xmlParserCtxt, decltype(&xmlFreeParserCtxt)>;
+using DocumentPtr = std::unique_ptr<xmlDoc, decltype(&xmlFreeDoc)>;
+
+std::string_view bytesOf(const xmlChar* value) {
+    return value == nullptr ? std::string_view() : std::string_view(reinterpret_cast<const char*>(value));
+}
+
+Text textOf(const xmlChar* value) {
+    return Text(bytesOf(value));
+}
+
+// Whether a text is white space that breaks a line: among markup that is layout (indentation), not content.
+// White space within a line ("<b>big</b> <i>cat</i>") is content and stays.
+bool isLayout(const xmlChar* content) {
+    if (content == nullptr) return false;
+    bool breaksLine = false;
+    for (const xmlChar* at = content; *at != 0; ++at) {
+        if (*at == '\n') {
+            breaksLine = true;
+        } else if (*at != ' ' && *at != '\t' && *at != '\r') {
+            return false;
+        }
+    }
+    return breaksLine;
+}
+
+// Whether a child list holds markup (elements, comments, processing instructions).
+bool holdsMarkup(const xmlNode* first) {
+    for (const xmlNode* node = first; node != nullptr; node = node->next) {
+        if (node->type == XML_ELEMENT_NODE || node->type == XML_COMMENT_NODE || node->type == XML_PI_NODE ||
+            node->type == XML_ENTITY_REF_NODE) {
+            return true;
+        }
+    }
+    return false;
+}
+
+Text qualifiedName(const xmlNs* ns, const xmlChar* name) {
+    if (ns == nullptr || ns->prefix == nullptr) return textOf(name);
+    std::string qualified(bytesOf(ns->prefix));
+    qualified += ':';
+    qualified += bytesOf(name);
+    return Text(qualified);
+}
+
+Text attributeValue(xmlDoc* document, xmlAttr* attribute) {
+    const xmlNode* only = attribute->children;
+    if (only == nullptr) return Text();
+    if (only->next == nullptr && only->type == XML_TEXT_NODE) return textOf(only->content);
+    xmlChar* joined = xmlNodeListGetString(document, attribute->children, 1);
+    Text value = textOf(joined);
+    xmlFree(joined);
+    return value;
+}
+
+// The declarations of the internal subset as libxml2 writes them, one a line.
+Text internalSubsetText(xmlDoc* document, xmlDtd* dtd) {
+    std::unique_ptr<xmlBuffer, decltype(&xmlBufferFree)> buffer(xmlBufferCreate(), &xmlBufferFree);
+    if (buffer == nullptr) return Text();
+    for (xmlNode* declaration = dtd->children; declaration != nullptr; declaration = declaration->next) {
+        xmlNodeDump(buffer.get(), document, declaration, 0, 0);  // each declaration ends its own line
+    }
+    return Text(std::string_view(reinterpret_cast<const char*>(xmlBufferContent(buffer.get())),
+                                 static_cast<std::size_t>(xmlBufferLength(buffer.get()))));
+}
+
+}  // namespace
+
+// Copies libxml2's tree into the node model. Namespace URIs are shared between the elements that use them.
+struct XMLTreeBuilder {
+    xmlDoc* document;
+    bool keepWhitespace;
+    std::unordered_map<std::string_view, std::shared_ptr<const Text>> uris;
+
+    std::shared_ptr<const Text> uriOf(const xmlNs* ns) {
+        if (ns == nullptr || ns->href == nullptr || *ns->href == 0) return nullptr;
+        auto [entry, added] = uris.try_emplace(bytesOf(ns->href));
+        if (added) entry->second = std::make_shared<const Text>(textOf(ns->href));
+        return entry->second;
+    }
+
+    std::shared_ptr<XMLElement> element(xmlNode* source) {
+        auto made = XMLElement::make(qualifiedName(source->ns, source->name));
+        made->uri_ = uriOf(source->ns);
+        for (xmlNs* ns = source->nsDef; ns != nullptr; ns = ns->next) {
+            made->addNamespace(XMLNode::makeNamespace(textOf(ns->prefix), textOf(ns->href)));
+        }
+        for (xmlAttr* attribute = source->properties; attribute != nullptr; attribute = attribute->next) {
+            const xmlNs* ns = attribute->ns;
+            made->addAttribute(XMLNode::makeAttribute(qualifiedName(ns, attribute->name),
+                                                      attributeValue(document, attribute),
+                                                      ns == nullptr ? Text() : textOf(ns->href)));
+        }
+        children(source->children, *made);
+        return made;
+    }
+
+    void children(xmlNode* first, XMLParentNode& into) {
+        bool dropLayout = !keepWhitespace && holdsMarkup(first);
+        for (xmlNode* node = first; node != nullptr; node = node->next) {
+            if (std::shared_ptr<XMLNode> made = convert(node, dropLayout)) into.addChild(made);
+        }
+    }
+
+    std::shared_ptr<XMLNode> convert(xmlNode* node, bool dropLayout) {
+        switch (node->type) {
+            case XML_ELEMENT_NODE:
+                return element(node);
+            case XML_TEXT_NODE:
+                if (dropLayout && isLayout(node->content)) return nullptr;
+                return XMLNode::makeText(textOf(node->content));
+            case XML_CDATA_SECTION_NODE:
+                return XMLNode::makeCDATA(textOf(node->content));
+            case XML_COMMENT_NODE:
+                return XMLNode::makeComment(textOf(node->content));
+            case XML_PI_NODE:
+                return XMLNode::makeProcessingInstruction(textOf(node->name), textOf(node->content));
+            case XML_DTD_NODE: {
+                auto* dtd = reinterpret_cast<xmlDtd*>(node);
+                return XMLDTDNode::make(textOf(dtd->name), textOf(dtd->ExternalID), textOf(dtd->SystemID),
+                                        internalSubsetText(document, dtd));
+            }
+            default:  // an entity reference left unresolved by recovery, XInclude markers
+                return nullptr;
+        }
+    }
+};
+
+namespace {
+
+std::shared_ptr<XMLDocument> parseBytes(std::string_view bytes, unsigned options, const char* url,
+                                        const char* forcedEncoding, Error* error) {
+    xmlsupport::initializeLibxml();
+    if (bytes.size() > static_cast<std::size_t>(INT_MAX)) {
+        Error::report(error, xmlsupport::parseError(std::nullopt, "The document is larger than 2 GB."));
+        return nullptr;
+    }
+    xmlsupport::ErrorCapture capture;
+    ContextPtr context(xmlNewParserCtxt(), &xmlFreeParserCtxt);
+    if (context == nullptr) {
+        Error::report(error, xmlsupport::parseError(std::nullopt, "Out of memory."));
+        return nullptr;
+    }
+    context->sax->entityDecl = &xmlsupport::declareEntityWithoutExternalContent;
+    context->sax->externalSubset = nullptr;
+    bool tidy = (options & XMLDocumentTidyXML) != 0;
+    int parseOptions = XML_PARSE_NONET | XML_PARSE_NOENT;
+    if (tidy) parseOptions |= XML_PARSE_RECOVER;
+    if ((options & XMLNodePreserveCDATA) == 0) parseOptions |= XML_PARSE_NOCDATA;
+    DocumentPtr document(xmlCtxtReadMemory(context.get(), bytes.data(), static_cast<int>(bytes.size()), url,
+                                           forcedEncoding, parseOptions),
+                         &xmlFreeDoc);
+    bool usable = document != nullptr && (tidy || context->wellFormed != 0);
+    if (!usable || xmlDocGetRootElement(document.get()) == nullptr) {
+        Error::report(error,
+                      xmlsupport::parseError(capture.mostRelevant(), "The document has no root element."));
+        return nullptr;
+    }
+    auto made = XMLDocument::make();
+    if (document->version != nullptr) made->setVersion(textOf(document->version));
+    if (document->encoding != nullptr) made->setCharacterEncoding(textOf(document->encoding));
+    made->setStandalone(document->standalone == 1);
+    XMLTreeBuilder builder{document.get(), (options & XMLNodePreserveWhitespace) != 0, {}};
+    builder.children(document->children, *made);
+    return made;
+}
+
+}  // namespace
+
+std::shared_ptr<XMLDocument> XMLDocument::parseData(std::string_view bytes, unsigned options, Error* error) {
+    return parseBytes(bytes, options, nullptr, nullptr, error);
+}
+
+std::shared_ptr<XMLDocument> XMLDocument::parseXMLString(const Text& xml, unsigned options, Error* error) {
+    std::string bytes = xml.toUtf8();
+    return parseBytes(bytes, options, nullptr, "UTF-8", error);
+}
+
+std::shared_ptr<XMLDocument> XMLDocument::parseFile(const std::string& path, unsigned options, Error* error) {
+    std::error_code ignored;
+    bool isFolder = std::filesystem::is_directory(path, ignored);
+    std::ifstream file;
+    errno = 0;
+    if (!isFolder) file.open(path, std::ios::binary);
+    if (!file) {
+        int code = isFolder ? EISDIR : (errno != 0 ? errno : EIO);
+        Error failure;
+        failure.domain = "NSPOSIXErrorDomain";
+        failure.code = code;
+        failure.localizedDescription =
+            Text("The file \u201C" + std::filesystem::path(path).filename().string() +
+                 "\u201D couldn\u2019t be opened.");
+        failure.failureReason = Text(std::string(std::strerror(static_cast<int>(code))));
+        Error::report(error, std::move(failure));
+        return nullptr;
+    }
+    std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    return parseBytes(bytes, options, path.c_str(), nullptr, error);
+}
+
+}  // namespace bv
