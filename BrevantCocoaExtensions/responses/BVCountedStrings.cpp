@@ -1,6 +1,9 @@
 // BVCountedStrings: the answer tally, with a hash index from match keys to entries in list order.
 #include "BrevantCocoaExtensions/responses/BVCountedStrings.hpp"
 
+#include <unicode/uchar.h>
+#include <unicode/utf16.h>
+
 #include <algorithm>
 #include <string>
 #include <string_view>
@@ -11,17 +14,85 @@ namespace bv {
 
 namespace {
 
-// Case folding of a text made only of ASCII characters: A-Z become a-z and nothing else changes, which
-// is exactly what full Unicode folding and canonical decomposition do to such text. False (with `out`
-// unusable) as soon as a non-ASCII code unit shows up.
-bool foldAscii(std::u16string_view text, std::u16string& out) {
-    out.resize(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        char16_t unit = text[i];
-        if (unit >= 0x80) return false;
-        out[i] = (unit >= u'A' && unit <= u'Z') ? static_cast<char16_t>(unit + (u'a' - u'A')) : unit;
+// Case-insensitive keys without ICU for texts written in the common alphabets (Latin, Greek, Cyrillic).
+//
+// The key of a text is NFD(fold(NFD(text))). For a code point whose own combining class is 0, and whose
+// decomposition and key both begin with a starter (combining class 0), nothing can reorder across its
+// boundaries, and case folding has no context; so the key of a text made only of such code points is
+// the concatenation of their single-character keys. The table holds those keys, computed once through
+// ICU; any other code unit sends the whole text to the full computation.
+class FoldingTable {
+  public:
+    static constexpr char16_t kLimit = 0x0530;  // up to the end of the Cyrillic Supplement block
+
+    FoldingTable() {
+        for (char16_t unit = 0; unit < kLimit; ++unit) {
+            Text single = Text::fromUnit(unit);
+            std::u16string key = single.comparisonKey(CompareMode::CaseInsensitive).units();
+            if (!startsWithStarter(std::u16string(1, unit)) ||
+                !startsWithStarter(single.canonicalDecomposition().units()) || !startsWithStarter(key) ||
+                key.size() > 0xFF) {
+                continue;  // length 0: not folded by table
+            }
+            slots_[unit] =
+                Slot{static_cast<std::uint16_t>(pool_.size()), static_cast<std::uint8_t>(key.size())};
+            pool_ += key;
+        }
     }
-    return true;
+
+    // Writes the key of `text` to `out`; false (with `out` unusable) when the text needs ICU.
+    bool fold(std::u16string_view text, std::u16string& out) const {
+        return foldAscii(text, out) || foldByTable(text, out);
+    }
+
+  private:
+    struct Slot {
+        std::uint16_t offset = 0;
+        std::uint8_t length = 0;
+    };
+
+    // ASCII alone, the most frequent case, in one tight pass: A-Z become a-z, nothing else changes.
+    static bool foldAscii(std::u16string_view text, std::u16string& out) {
+        out.resize(text.size());
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            char16_t unit = text[i];
+            if (unit >= 0x80) return false;
+            out[i] = (unit >= u'A' && unit <= u'Z') ? static_cast<char16_t>(unit + (u'a' - u'A')) : unit;
+        }
+        return true;
+    }
+
+    bool foldByTable(std::u16string_view text, std::u16string& out) const {
+        out.clear();
+        for (char16_t unit : text) {
+            if (unit >= kLimit) return false;
+            Slot slot = slots_[unit];
+            if (slot.length == 1) {
+                out.push_back(pool_[slot.offset]);
+            } else if (slot.length == 0) {
+                return false;
+            } else {
+                out.append(pool_, slot.offset, slot.length);
+            }
+        }
+        return true;
+    }
+
+    static bool startsWithStarter(const std::u16string& units) {
+        if (units.empty()) return false;
+        UChar32 first;
+        std::size_t index = 0;
+        U16_NEXT(units.data(), index, units.size(), first);
+        return u_getCombiningClass(first) == 0;
+    }
+
+    Slot slots_[kLimit];
+    std::u16string pool_;
+};
+
+const FoldingTable& foldingTable() {
+    static const FoldingTable table;
+    return table;
 }
 
 struct KeyHash {
@@ -59,7 +130,7 @@ class BVCountedStrings::Index final : public detail::CountedStringIndexer {
     // comparison key. The view may point into `scratch`.
     std::u16string_view keyFor(const Text& text, std::u16string& scratch) const {
         if (!caseInsensitive_) return text.view();
-        if (!foldAscii(text.view(), scratch))
+        if (!foldingTable().fold(text.view(), scratch))
             scratch = text.comparisonKey(CompareMode::CaseInsensitive).units();
         return scratch;
     }

@@ -2,6 +2,7 @@
 // changes, and the (deliberately reversed) count orders.
 #include <gtest/gtest.h>
 
+#include <map>
 #include <random>
 #include <string>
 #include <vector>
@@ -249,6 +250,32 @@ TEST(BVCountedStrings, IndexAgreesWithAListWalkUnderRandomOperations) {
                 }
                 ASSERT_EQ(counted.countedStringHavingString(probe), expected) << "step " << step;
             }
+        }
+    }
+}
+
+// Case-insensitive matching must agree with the full Unicode key (NFD of the case-folded NFD form) for
+// every character of the common alphabets, alone and next to combining marks that reorder or fold.
+TEST(BVCountedStrings, CaseInsensitiveMatchingAgreesWithTheFullUnicodeKey) {
+    const std::u16string neighbours[] = {u"",       u"\u0301", u"\u0316", u"\u0345", u"A",
+                                         u"\u00DF", u"\u0130", u"\u03A3", u"\u1E9E", u"\uFB00"};
+    std::vector<Text> texts;
+    for (char16_t unit = 1; unit < 0x600; ++unit) {
+        for (const std::u16string& next : neighbours)
+            texts.emplace_back(u"k" + std::u16string(1, unit) + next);
+    }
+    BVCountedStrings counted(true);
+    std::map<std::u16string, std::shared_ptr<BVCountedString>> firstByKey;  // the oracle
+    for (const Text& text : texts) {
+        auto entry = counted.addString(text);
+        firstByKey.try_emplace(text.comparisonKey(bv::CompareMode::CaseInsensitive).units(), entry);
+    }
+    EXPECT_EQ(counted.countedStrings().size(), firstByKey.size());
+    for (const Text& text : texts) {
+        for (const Text& probe : {text.uppercased(), text.lowercased(), text.canonicalDecomposition()}) {
+            auto found = firstByKey.find(probe.comparisonKey(bv::CompareMode::CaseInsensitive).units());
+            auto expected = found == firstByKey.end() ? nullptr : found->second;
+            ASSERT_EQ(counted.countedStringHavingString(probe).get(), expected.get()) << probe;
         }
     }
 }
