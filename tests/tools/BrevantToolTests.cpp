@@ -1,0 +1,179 @@
+// The brevant tool run as a person runs it: exact output, JSON documents and exit codes on fixture files.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <sstream>
+#include <string>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct ToolRun {
+    int status = -1;
+    std::string out;
+    std::string err;
+};
+
+std::string slurp(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::ostringstream buffer;
+    buffer << file.rdbuf();
+    return buffer.str();
+}
+
+std::string fixture(const std::string& name) {
+    return std::string(BV_TEST_DATA_DIR) + "/tool/" + name;
+}
+
+// Runs brevant with the arguments (already shell-quoted where needed) and a fixed output width.
+ToolRun brevant(const std::string& arguments, const std::string& input = "") {
+    static const fs::path scratch =
+        fs::temp_directory_path() / ("brevant-tool-tests-" + std::to_string(getpid()));
+    fs::create_directories(scratch);
+    std::string redirectIn = "< /dev/null";
+    if (!input.empty()) {
+        std::ofstream(scratch / "stdin", std::ios::binary) << input;
+        redirectIn = "< '" + (scratch / "stdin").string() + "'";
+    }
+    std::string command = "COLUMNS=80 '" BV_BREVANT_PATH "' " + arguments + " " + redirectIn + " > '" +
+                          (scratch / "out").string() + "' 2> '" + (scratch / "err").string() + "'";
+    int raw = std::system(command.c_str());
+    return ToolRun{WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, slurp(scratch / "out"), slurp(scratch / "err")};
+}
+
+TEST(BrevantTally, CountsTrimmedLinesAndRanksTiesInFirstSeenOrder) {
+    ToolRun run = brevant("tally --no-chart " + fixture("answers.txt"));
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.out,
+              "7 answers, 5 distinct\n"
+              "Rank  Answer  Count   Share\n"
+              "   1  paris       2   28.6%\n"
+              "   2  Lyon        2   28.6%\n"
+              "   3  Paris       1   14.3%\n"
+              "   4  PARIS       1   14.3%\n"
+              "   5  Nice        1   14.3%\n"
+              "Modes: paris, Lyon (2 answers each, 57% of all answers)\n");
+}
+
+TEST(BrevantTally, IgnoreCaseKeepsTheFirstSpellingAndRankFoldsTheTail) {
+    ToolRun run =
+        brevant("tally --ignore-case --rank 1 --no-chart -", "Paris\nparis\n  PARIS  \nLyon\nNice\nLyon\n");
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.out,
+              "6 answers, 3 distinct (ignoring case)\n"
+              "Rank  Answer  Count   Share\n"
+              "   1  Paris       3   50.0%\n"
+              "      other       3   50.0%\n"
+              "Mode: Paris (3 answers, 50% of all answers)\n");
+}
+
+TEST(BrevantTally, BarsAreScaledToTheLargestCountAndFitTheWidth) {
+    ToolRun run = brevant("tally -", "a\na\na\na\nb\nb\nc\n");
+    ASSERT_EQ(run.status, 0) << run.err;
+    std::istringstream lines(run.out);
+    std::string line;
+    std::getline(lines, line);  // totals
+    std::getline(lines, line);  // heading
+    std::vector<std::size_t> barLengths;
+    while (std::getline(lines, line) && line.rfind("Mode", 0) != 0) {
+        std::size_t blocks = 0;
+        for (std::size_t at = line.find("\u2588"); at != std::string::npos; at = line.find("\u2588", at + 1))
+            ++blocks;
+        barLengths.push_back(blocks);
+    }
+    ASSERT_EQ(barLengths.size(), 3u);
+    EXPECT_GT(barLengths[0], barLengths[1]);
+    EXPECT_EQ(barLengths[0] / 2, barLengths[1]);  // 4 against 2 answers: half the bar
+    EXPECT_LE(barLengths[0], 80u);
+}
+
+TEST(BrevantTally, JsonHasTotalsModesAndRankedEntries) {
+    ToolRun run = brevant("tally --json --ignore-case --rank 2 " + fixture("answers.txt"));
+    ASSERT_EQ(run.status, 0) << run.err;
+    auto document = nlohmann::json::parse(run.out);
+    EXPECT_EQ(document["totalCount"], 7);
+    EXPECT_EQ(document["distinctCount"], 3);
+    EXPECT_EQ(document["modes"], nlohmann::json::array({"Paris"}));
+    EXPECT_EQ(document["modeCount"], 4);
+    EXPECT_EQ(document["modePercent"], 57);
+    ASSERT_EQ(document["entries"].size(), 3u);
+    EXPECT_EQ(document["entries"][0]["answer"], "Paris");
+    EXPECT_EQ(document["entries"][1]["answer"], "Lyon");
+    EXPECT_EQ(document["entries"][2]["answer"], "other");
+    EXPECT_TRUE(document["entries"][2]["rank"].is_null());
+    EXPECT_EQ(document["entries"][2]["count"], 1);
+}
+
+TEST(BrevantTally, CsvColumnReportsMalformedLinesByNumberAndGoesOn) {
+    ToolRun run = brevant("tally --column Answer --ignore-case --json " + fixture("responses.csv"));
+    EXPECT_EQ(run.status, 1);
+    std::string file = fixture("responses.csv");
+    EXPECT_EQ(run.err, "brevant: " + file + ": line 4 is malformed\nbrevant: " + file +
+                           ": line 5 is malformed\nbrevant: " + file + ": line 7 is malformed\n");
+    auto document = nlohmann::json::parse(run.out);
+    EXPECT_EQ(document["totalCount"], 4);
+    EXPECT_EQ(document["entries"][0]["answer"], "B");
+    EXPECT_EQ(document["entries"][0]["count"], 2);
+    EXPECT_EQ(document["entries"][1]["answer"], "A, or B");
+}
+
+TEST(BrevantTool, BadInputGivesOneLineNamingTheFileAndExitOne) {
+    struct Case {
+        std::string arguments;
+        std::string message;
+    };
+    const std::string missing = fixture("no-such-file.txt");
+    const std::string folder = std::string(BV_TEST_DATA_DIR) + "/tool";
+    const std::vector<Case> cases{
+        {"tally " + missing, "brevant: " + missing + ": no such file\n"},
+        {"tally " + folder, "brevant: " + folder + ": is a folder, not a file\n"},
+        {"tally " + fixture("empty.txt"), "brevant: " + fixture("empty.txt") + ": no answers\n"},
+        {"tally " + fixture("invalid-utf8.txt"),
+         "brevant: " + fixture("invalid-utf8.txt") +
+             ": not UTF-8 text (the answer \"\\xFF\\xFE bad\" has invalid bytes)\n"},
+        {"tally --column Missing " + fixture("responses.csv"),
+         "brevant: " + fixture("responses.csv") +
+             ": no column named \"Missing\" (the columns are: Name, Answer, Score)\n"},
+        {"tally --column Answer " + fixture("empty.txt"),
+         "brevant: " + fixture("empty.txt") + ": the file is empty\n"},
+    };
+    for (const Case& test : cases) {
+        ToolRun run = brevant(test.arguments);
+        EXPECT_EQ(run.status, 1) << test.arguments;
+        EXPECT_EQ(run.err, test.message) << test.arguments;
+        EXPECT_EQ(run.out, "") << test.arguments;
+    }
+}
+
+TEST(BrevantTool, UsageErrorsExitTwo) {
+    for (const std::string arguments :
+         {"", "no-such-command", "tally --rank", "tally --rank x -", "tally a b c"}) {
+        ToolRun run = brevant(arguments);
+        EXPECT_EQ(run.status, 2) << arguments;
+        EXPECT_FALSE(run.err.empty()) << arguments;
+    }
+    ToolRun help = brevant("tally --help");
+    EXPECT_EQ(help.status, 0);
+    EXPECT_NE(help.out.find("--ignore-case"), std::string::npos);
+}
+
+TEST(BrevantTool, ClosedPipeEndsQuietly) {
+    const fs::path scratch = fs::temp_directory_path() / ("brevant-pipe-test-" + std::to_string(getpid()));
+    fs::create_directories(scratch);
+    std::string script = "seq 1 50000 | '" BV_BREVANT_PATH "' tally - 2> '" + (scratch / "err").string() +
+                         "' | head -1 > '" + (scratch / "out").string() + "'; echo \\${PIPESTATUS[1]} > '" +
+                         (scratch / "status").string() + "'";
+    std::string command = "bash -c \"" + script + "\"";
+    ASSERT_EQ(std::system(command.c_str()), 0);
+    EXPECT_EQ(slurp(scratch / "out"), "50000 answers, 50000 distinct\n");
+    EXPECT_EQ(slurp(scratch / "err"), "");
+    EXPECT_EQ(slurp(scratch / "status"), "0\n");
+    fs::remove_all(scratch);
+}
+
+}  // namespace
