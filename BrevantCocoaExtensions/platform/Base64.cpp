@@ -12,8 +12,10 @@ constexpr std::uint8_t kInvalid = 0xFF;
 
 constexpr std::array<std::uint8_t, 256> makeDecodeTable() {
     std::array<std::uint8_t, 256> table{};
-    for (auto& entry : table) entry = kInvalid;
-    for (std::uint8_t i = 0; i < 64; ++i) table[static_cast<unsigned char>(kAlphabet[i])] = i;
+    for (auto& entry : table)
+        entry = kInvalid;
+    for (std::uint8_t i = 0; i < 64; ++i)
+        table[static_cast<unsigned char>(kAlphabet[i])] = i;
     return table;
 }
 constexpr auto kDecode = makeDecodeTable();
@@ -56,28 +58,40 @@ std::optional<ByteData> decodeUnits(const Unit* units, std::size_t length, bool 
     return out;
 }
 
-}  // namespace
-
-std::string encode(const std::uint8_t* bytes, std::size_t length) {
-    std::string out;
-    out.reserve((length + 2) / 3 * 4);
+// Writes (length + 2) / 3 * 4 characters through a pointer: appending character by character would cost
+// a capacity check and a terminator per character.
+template <class Unit>
+void encodeUnits(const std::uint8_t* bytes, std::size_t length, Unit* cursor) {
     std::size_t i = 0;
     for (; i + 3 <= length; i += 3) {
-        std::uint32_t group = (std::uint32_t{bytes[i]} << 16) | (std::uint32_t{bytes[i + 1]} << 8) | bytes[i + 2];
-        out += kAlphabet[group >> 18];
-        out += kAlphabet[(group >> 12) & 63];
-        out += kAlphabet[(group >> 6) & 63];
-        out += kAlphabet[group & 63];
+        std::uint32_t group =
+            (std::uint32_t{bytes[i]} << 16) | (std::uint32_t{bytes[i + 1]} << 8) | bytes[i + 2];
+        cursor[0] = static_cast<Unit>(kAlphabet[group >> 18]);
+        cursor[1] = static_cast<Unit>(kAlphabet[(group >> 12) & 63]);
+        cursor[2] = static_cast<Unit>(kAlphabet[(group >> 6) & 63]);
+        cursor[3] = static_cast<Unit>(kAlphabet[group & 63]);
+        cursor += 4;
     }
     if (std::size_t rest = length - i; rest != 0) {
         std::uint32_t group = std::uint32_t{bytes[i]} << 16;
         if (rest == 2) group |= std::uint32_t{bytes[i + 1]} << 8;
-        out += kAlphabet[group >> 18];
-        out += kAlphabet[(group >> 12) & 63];
-        out += rest == 2 ? kAlphabet[(group >> 6) & 63] : '=';
-        out += '=';
+        cursor[0] = static_cast<Unit>(kAlphabet[group >> 18]);
+        cursor[1] = static_cast<Unit>(kAlphabet[(group >> 12) & 63]);
+        cursor[2] = static_cast<Unit>(rest == 2 ? kAlphabet[(group >> 6) & 63] : '=');
+        cursor[3] = static_cast<Unit>('=');
     }
+}
+
+}  // namespace
+
+std::string encode(const std::uint8_t* bytes, std::size_t length) {
+    std::string out((length + 2) / 3 * 4, '\0');
+    encodeUnits(bytes, length, out.data());
     return out;
+}
+
+void encodeInto(const std::uint8_t* bytes, std::size_t length, char16_t* out) {
+    encodeUnits(bytes, length, out);
 }
 
 std::optional<ByteData> decode(std::u16string_view text, bool ignoreUnknownCharacters) {
@@ -85,7 +99,8 @@ std::optional<ByteData> decode(std::u16string_view text, bool ignoreUnknownChara
 }
 
 std::optional<ByteData> decode(std::string_view text, bool ignoreUnknownCharacters) {
-    return decodeUnits(reinterpret_cast<const unsigned char*>(text.data()), text.size(), ignoreUnknownCharacters);
+    return decodeUnits(reinterpret_cast<const unsigned char*>(text.data()), text.size(),
+                       ignoreUnknownCharacters);
 }
 
 }  // namespace bv::base64
