@@ -3,6 +3,7 @@
 
 #include <strings.h>
 
+#include <algorithm>
 #include <array>
 #include <cctype>
 #include <cerrno>
@@ -23,19 +24,37 @@ namespace {
 // --- Base64 -------------------------------------------------------------------------------------------
 
 constexpr std::size_t kBase64LineLength = 64;
+constexpr std::size_t kBytesPerLine = kBase64LineLength / 4 * 3;  // 48
+constexpr std::size_t kLinesPerChunk = 64;
 
-// The encoder's ASCII output as UTF-16, with "\r\n" after every full line but the last.
-std::u16string widenWithLineBreaks(const std::string& encoded, bool newLines) {
-    const std::size_t length = encoded.size();
-    const std::size_t breaks = newLines && length != 0 ? (length - 1) / kBase64LineLength : 0;
-    std::u16string units(length + 2 * breaks, u'\0');
-    char16_t* out = units.data();
-    for (std::size_t i = 0; i < length; ++i) {
-        if (i != 0 && breaks != 0 && i % kBase64LineLength == 0) {
-            *out++ = u'\r';
-            *out++ = u'\n';
+// Encodes a chunk of whole lines at a time with the platform's encoder into a small buffer that stays
+// in cache, and appends it, so the result is written once. Lines of 64 characters are joined by "\r\n"
+// when asked; there is no break after the last line.
+std::u16string encodeBase64(const ByteData& bytes, bool newLines) {
+    const std::size_t length = bytes.size();
+    const std::size_t characters = (length + 2) / 3 * 4;
+    const std::size_t breaks = newLines && characters != 0 ? (characters - 1) / kBase64LineLength : 0;
+    std::u16string units;
+    units.reserve(characters + 2 * breaks);
+    char16_t chunk[kLinesPerChunk * (kBase64LineLength + 2)];
+    for (std::size_t offset = 0; offset < length; offset += kBytesPerLine * kLinesPerChunk) {
+        const std::size_t chunkEnd = std::min(offset + kBytesPerLine * kLinesPerChunk, length);
+        if (!newLines) {
+            base64::encodeInto(bytes.data() + offset, chunkEnd - offset, chunk);
+            units.append(chunk, (chunkEnd - offset + 2) / 3 * 4);
+            continue;
         }
-        *out++ = static_cast<unsigned char>(encoded[i]);
+        char16_t* cursor = chunk;
+        for (std::size_t line = offset; line < chunkEnd; line += kBytesPerLine) {
+            if (line != 0) {
+                *cursor++ = u'\r';
+                *cursor++ = u'\n';
+            }
+            const std::size_t lineBytes = std::min(kBytesPerLine, chunkEnd - line);
+            base64::encodeInto(bytes.data() + line, lineBytes, cursor);
+            cursor += (lineBytes + 2) / 3 * 4;
+        }
+        units.append(chunk, static_cast<std::size_t>(cursor - chunk));
     }
     return units;
 }
@@ -91,16 +110,26 @@ std::optional<ByteData> readStrictHex(std::u16string_view units) {
 ByteData readLenientHex(std::u16string_view units) {
     ByteData data(units.size() / 2);
     std::size_t count = 0;
-    std::uint8_t pending = kNoNibble;
-    for (const char16_t unit : units) {
-        const std::uint8_t nibble = nibbleOf(unit);
-        if (nibble == kNoNibble) continue;
-        if (pending == kNoNibble) {
-            pending = nibble;
-        } else {
-            data[count++] = static_cast<std::uint8_t>((pending << 4) | nibble);
-            pending = kNoNibble;
+    std::size_t i = 0;
+    const std::size_t length = units.size();
+    while (i < length) {
+        // Two digits in a row make a byte straight away; anything else goes one unit at a time.
+        if (i + 1 < length) {
+            const std::uint8_t high = nibbleOf(units[i]);
+            const std::uint8_t low = nibbleOf(units[i + 1]);
+            if (((high | low) & kNoNibble) == 0) {
+                data[count++] = static_cast<std::uint8_t>((high << 4) | low);
+                i += 2;
+                continue;
+            }
         }
+        // A digit followed by other characters waits for the next digit, which completes its byte.
+        const std::uint8_t high = nibbleOf(units[i++]);
+        if (high == kNoNibble) continue;
+        while (i < length && nibbleOf(units[i]) == kNoNibble)
+            ++i;
+        if (i == length) break;  // an odd last digit is dropped
+        data[count++] = static_cast<std::uint8_t>((high << 4) | nibbleOf(units[i++]));
     }
     data.resize(count);
     return data;
@@ -156,7 +185,7 @@ bool writeThenOpenUp(const ByteData& self, const std::string& path, unsigned opt
 }  // namespace
 
 Text newEncodedBase64StringWithNewLines(const ByteData& self, bool newLines) {
-    return Text(widenWithLineBreaks(base64::encode(self), newLines));
+    return Text(encodeBase64(self, newLines));
 }
 
 Text encodedBase64StringWithNewLines(const ByteData& self, bool newLines) {
@@ -175,16 +204,22 @@ Text hexStringRepresentationUppercase(const ByteData& self, bool uppercase) {
     const HexTable& table = uppercase ? kUppercaseHex : kLowercaseHex;
     std::u16string units;
     try {
-        units.resize(2 * self.size());
+        units.reserve(2 * self.size());
     } catch (const std::bad_alloc&) {
         throw InternalInconsistencyException("failed malloc");
     } catch (const std::length_error&) {
         throw InternalInconsistencyException("failed malloc");
     }
-    char16_t* out = units.data();
-    for (const std::uint8_t byte : self) {
-        std::memcpy(out, table[byte].data(), sizeof(char16_t) * 2);
-        out += 2;
+    // Each chunk is converted in a small buffer that stays in cache and then appended, so the result is
+    // written once (no zero fill first) and never copied again.
+    constexpr std::size_t kChunk = 2048;
+    char16_t chunk[2 * kChunk];
+    for (std::size_t offset = 0; offset < self.size(); offset += kChunk) {
+        const std::size_t count = std::min(kChunk, self.size() - offset);
+        const std::uint8_t* bytes = self.data() + offset;
+        for (std::size_t i = 0; i < count; ++i)
+            std::memcpy(chunk + 2 * i, table[bytes[i]].data(), sizeof(char16_t) * 2);
+        units.append(chunk, 2 * count);
     }
     return Text(std::move(units));
 }

@@ -111,6 +111,8 @@ TEST(BVNSData, HexadecimalReading) {
         {"0aF", false, std::nullopt},
         {"0G", false, std::nullopt},
         {"g1h2", true, ByteData{0x12}},
+        {"1-23", true, ByteData{0x12}},
+        {"12-3-4 5", true, ByteData{0x12, 0x34}},
         {"\xEF\xBC\x91\xEF\xBC\x92", true, ByteData{}},  // full-width digits are not digits
         {"\xEF\xBC\x91\xEF\xBC\x92", false, std::nullopt},
     };
