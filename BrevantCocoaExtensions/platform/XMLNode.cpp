@@ -237,6 +237,10 @@ void XMLParentNode::checkInsertable(const XMLNode& child) const {
     if (child.parent_ != nullptr) {
         throw InvalidArgumentException("Cannot add a child that has a parent; detach or copy it first");
     }
+    // A parentless node can be an ancestor only as the top of this tree, which a childless one is not
+    // (unless it is this node): building a deep chain leaf by leaf never walks up the chain.
+    if (&child == this) throw InvalidArgumentException("Cannot add a node below itself");
+    if (child.children().empty()) return;
     for (const XMLNode* ancestor = this; ancestor != nullptr; ancestor = ancestor->parent_) {
         if (ancestor == &child) throw InvalidArgumentException("Cannot add a node below itself");
     }

@@ -140,6 +140,9 @@ struct XMLTreeBuilder {
             case XML_COMMENT_NODE:
                 return XMLNode::makeComment(textOf(node->content));
             case XML_PI_NODE:
+                // Recovery keeps a misplaced XML declaration as a processing instruction named "xml", a
+                // target no document may use: it is dropped, so that the tree still writes well-formed XML.
+                if (xmlStrcasecmp(node->name, BAD_CAST "xml") == 0) return nullptr;
                 return XMLNode::makeProcessingInstruction(textOf(node->name), textOf(node->content));
             case XML_DTD_NODE: {
                 auto* dtd = reinterpret_cast<xmlDtd*>(node);
@@ -208,7 +211,7 @@ std::shared_ptr<XMLDocument> XMLDocument::parseFile(const std::string& path, uns
     std::ifstream file;
     errno = 0;
     if (!isFolder) file.open(path, std::ios::binary);
-    if (!file) {
+    if (!file.is_open()) {
         int code = isFolder ? EISDIR : (errno != 0 ? errno : EIO);
         Error failure;
         failure.domain = "NSPOSIXErrorDomain";

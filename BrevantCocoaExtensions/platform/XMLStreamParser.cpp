@@ -150,8 +150,7 @@ class XMLStreamParser::Session {
             xmlCreatePushParserCtxt(&sax, nullptr, firstBytes, static_cast<int>(firstLength), filename);
         if (context_ == nullptr) return;
         context_->_private = &owner_;
-        xmlCtxtUseOptions(context_,
-                          XML_PARSE_NONET | (owner_.resolveExternalEntities_ ? XML_PARSE_NOENT : 0));
+        xmlCtxtUseOptions(context_, XML_PARSE_NONET | XML_PARSE_NOENT);
         owner_.context_ = context_;
     }
 

@@ -9,8 +9,9 @@
 // are reported as character data of their own.
 //
 // Safety: never any network access (XML_PARSE_NONET); libxml2's limits on sizes and entity expansion stay
-// on. With external-entity resolution on, an external entity is read only when it names a regular local
-// file; any other is treated as empty. The external DTD subset is never read.
+// on. Internal entities are expanded (their markup too). With external-entity resolution on, an external
+// entity is read only when it names a regular local file; any other is treated as empty. The external DTD
+// subset is never read.
 #pragma once
 
 #include <cstddef>
@@ -47,8 +48,8 @@ class XMLStreamParser {
     XMLStreamParser(const XMLStreamParser&) = delete;
     XMLStreamParser& operator=(const XMLStreamParser&) = delete;
 
-    // Whether entity references are replaced by their content, local external files included (off by
-    // default: references to entities other than the predefined ones are then skipped).
+    // Whether external entities are read (from regular local files only). Off by default: they are then
+    // empty. Entities declared in the document itself are always replaced by their content.
     void setShouldResolveExternalEntities(bool resolve) noexcept { resolveExternalEntities_ = resolve; }
     [[nodiscard]] bool shouldResolveExternalEntities() const noexcept { return resolveExternalEntities_; }
 

@@ -1,0 +1,442 @@
+// The XML node model: parsing into the tree, tree invariants under edits, the writer's round trips, and
+// hostile input (malformed, truncated, binary, entity bombs, external entities).
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "BrevantCocoaExtensions/platform/Exceptions.hpp"
+#include "BrevantCocoaExtensions/platform/XMLLibxmlSupport.hpp"
+#include "BrevantCocoaExtensions/platform/XMLNode.hpp"
+#include "BrevantCocoaExtensions/platform/XMLStreamParser.hpp"
+
+using bv::Text;
+using bv::XMLDocument;
+using bv::XMLElement;
+using bv::XMLNode;
+using bv::XMLNodeKind;
+
+namespace {
+
+std::shared_ptr<XMLDocument> parse(const std::string& xml, unsigned options = bv::XMLNodeOptionsNone) {
+    bv::Error error;
+    auto document = XMLDocument::parseData(xml, options, &error);
+    EXPECT_NE(document, nullptr) << xml << "\n" << error.failureReason;
+    return document;
+}
+
+// Equal kind, name, URI, CDATA flag, leaf value, attributes, namespaces and children, recursively.
+::testing::AssertionResult sameTree(const XMLNode& a, const XMLNode& b, const std::string& at = "/") {
+    auto differ = [&](const std::string& what) {
+        return ::testing::AssertionFailure() << what << " differs at " << at;
+    };
+    if (a.kind() != b.kind()) return differ("kind");
+    if (a.name() != b.name() || a.URI() != b.URI()) return differ("name or URI of " + a.name().toUtf8());
+    if (a.isCDATA() != b.isCDATA()) return differ("CDATA flag");
+    if (a.children().empty() && a.stringValue() != b.stringValue()) {
+        return differ("value '" + a.stringValue().toUtf8() + "' / '" + b.stringValue().toUtf8() + "'");
+    }
+    if (a.kind() == XMLNodeKind::Element) {
+        const auto& x = static_cast<const XMLElement&>(a);
+        const auto& y = static_cast<const XMLElement&>(b);
+        if (x.attributes().size() != y.attributes().size() ||
+            x.namespaces().size() != y.namespaces().size()) {
+            return differ("attribute or namespace count");
+        }
+        for (std::size_t i = 0; i < x.attributes().size(); ++i) {
+            if (auto r = sameTree(*x.attributes()[i], *y.attributes()[i], at + "@"); !r) return r;
+        }
+        for (std::size_t i = 0; i < x.namespaces().size(); ++i) {
+            if (auto r = sameTree(*x.namespaces()[i], *y.namespaces()[i], at + "xmlns"); !r) return r;
+        }
+    }
+    if (a.childCount() != b.childCount()) return differ("child count");
+    for (std::size_t i = 0; i < a.childCount(); ++i) {
+        if (auto r = sameTree(*a.children()[i], *b.children()[i],
+                              at + a.name().toUtf8() + "/" + std::to_string(i));
+            !r) {
+            return r;
+        }
+    }
+    return ::testing::AssertionSuccess();
+}
+
+std::filesystem::path temporaryFile(const std::string& name, const std::string& contents) {
+    auto path =
+        std::filesystem::temp_directory_path() / ("bv-xmlnode-" + std::to_string(::getpid()) + "-" + name);
+    std::ofstream(path, std::ios::binary) << contents;
+    return path;
+}
+
+}  // namespace
+
+TEST(XMLNode, ParseGivesKindsNamesNamespacesAndValues) {
+    auto document = parse(
+        "<?xml version='1.0' encoding='ISO-8859-1'?>\n<!-- top -->\n"
+        "<r xmlns='urn:d' xmlns:p='urn:p'><p:a p:k='1' k='2'>x<![CDATA[<y>]]>z</p:a><?pi data?><b/>"
+        "\xE9</r>",
+        bv::XMLNodePreserveCDATA);
+    ASSERT_NE(document, nullptr);
+    EXPECT_EQ(document->characterEncoding(), Text("ISO-8859-1"));
+    ASSERT_EQ(document->childCount(), 2u);
+    EXPECT_EQ(document->children()[0]->kind(), XMLNodeKind::Comment);
+    auto root = document->rootElement();
+    EXPECT_EQ(root->URI(), Text("urn:d"));
+    ASSERT_EQ(root->namespaces().size(), 2u);
+    EXPECT_EQ(root->namespaces()[1]->name(), Text("p"));
+    EXPECT_EQ(root->namespaces()[1]->stringValue(), Text("urn:p"));
+    EXPECT_TRUE(root->attributes().empty());  // declarations are namespaces, not attributes
+
+    auto a = root->children()[0]->asElement();
+    EXPECT_EQ(a->name(), Text("p:a"));
+    EXPECT_EQ(a->localName(), Text("a"));
+    EXPECT_EQ(a->prefix(), Text("p"));
+    EXPECT_EQ(a->URI(), Text("urn:p"));
+    EXPECT_EQ(a->attributeForName("p:k")->URI(), Text("urn:p"));
+    EXPECT_EQ(a->attributeForName("k")->URI(), Text(""));
+    EXPECT_EQ(a->attributeForName("k")->index(), 1u);
+    ASSERT_EQ(a->childCount(), 3u);
+    EXPECT_TRUE(a->children()[1]->isCDATA());
+    EXPECT_EQ(a->stringValue(), Text("x<y>z"));
+    EXPECT_EQ(root->children()[1]->kind(), XMLNodeKind::ProcessingInstruction);
+    EXPECT_EQ(root->children()[1]->name(), Text("pi"));
+    EXPECT_EQ(root->stringValue(), Text("x<y>z\xC3\xA9"));  // comments and instructions are not text
+    EXPECT_EQ(root->children()[3]->index(), 3u);
+    EXPECT_EQ(root->children()[2]->parent(), root);
+    EXPECT_EQ(root->children()[2]->rootDocument(), document);
+
+    // Without the option a CDATA section is plain text, merged with its neighbours.
+    auto merged = parse("<a>x<![CDATA[<y>]]>z</a>")->rootElement();
+    ASSERT_EQ(merged->childCount(), 1u);
+    EXPECT_FALSE(merged->children()[0]->isCDATA());
+}
+
+TEST(XMLNode, EditsKeepParentsAndIndexesAndRefuseBrokenTrees) {
+    auto root = XMLElement::make("root");
+    auto a = XMLElement::make("a");
+    auto b = XMLElement::make("b");
+    root->addChild(a);
+    root->insertChild(b, 0);
+    root->insertChild(XMLNode::makeComment("c"), 2);
+    EXPECT_EQ(a->index(), 1u);
+    EXPECT_EQ(b->index(), 0u);
+    EXPECT_THROW(root->insertChild(XMLElement::make("x"), 4), bv::RangeException);
+    EXPECT_THROW(root->removeChildAtIndex(3), bv::RangeException);
+    EXPECT_THROW((void)root->childAtIndex(3), bv::RangeException);
+    EXPECT_THROW(root->addChild(a), bv::InvalidArgumentException);                    // already has a parent
+    EXPECT_THROW(a->addChild(root), bv::InvalidArgumentException);                    // a cycle
+    EXPECT_THROW(root->addChild(XMLDocument::make()), bv::InvalidArgumentException);  // a document inside
+    EXPECT_THROW(root->addChild(XMLNode::makeAttribute("k", "v")), bv::InvalidArgumentException);
+
+    root->replaceChildAtIndex(0, XMLElement::make("b2"));
+    EXPECT_FALSE(b->hasParent());
+    EXPECT_EQ(root->children()[0]->name(), Text("b2"));
+    a->detach();
+    EXPECT_EQ(a->parent(), nullptr);
+    EXPECT_EQ(a->index(), 0u);
+    EXPECT_EQ(root->childCount(), 2u);
+
+    auto attribute = XMLNode::makeAttribute("k", "1");
+    a->addAttribute(attribute);
+    a->addAttribute(XMLNode::makeAttribute("k", "2"));  // same name: replaced in place
+    EXPECT_EQ(a->attributes().size(), 1u);
+    EXPECT_FALSE(attribute->hasParent());
+    EXPECT_EQ(a->attributeForName("k")->stringValue(), Text("2"));
+
+    auto document = XMLDocument::make(XMLElement::make("r"));
+    EXPECT_THROW(document->addChild(XMLElement::make("second")), bv::InvalidArgumentException);
+    EXPECT_THROW(document->addChild(XMLNode::makeText("t")), bv::InvalidArgumentException);
+    document->setRootElement(a);  // a new root takes the old one's place
+    EXPECT_EQ(document->rootElement(), a);
+    EXPECT_EQ(document->childCount(), 1u);
+}
+
+TEST(XMLNode, HeldNodesOutliveTheirTreeAndDeepTreesAreReleased) {
+    std::shared_ptr<XMLNode> kept;
+    std::shared_ptr<XMLNode> keptAttribute;
+    {
+        auto root = XMLElement::make("root");
+        auto child = XMLElement::make("child");
+        root->addChild(child);
+        child->addAttribute(XMLNode::makeAttribute("k", "v"));
+        keptAttribute = child->attributes()[0];
+        kept = child;
+    }
+    EXPECT_FALSE(kept->hasParent());
+    EXPECT_EQ(kept->parent(), nullptr);
+    EXPECT_EQ(keptAttribute->parent(), kept);  // the held element still owns its attribute
+
+    auto top = XMLElement::make("level");
+    XMLElement* bottom = top.get();
+    for (int depth = 0; depth < 200000; ++depth) {  // far deeper than the stack would allow recursively
+        auto next = XMLElement::make("level");
+        bottom->addChild(next);
+        bottom = next.get();
+    }
+    top.reset();
+    SUCCEED();
+}
+
+TEST(XMLNode, StringValueSetsReplaceChildrenAndCopiesAreDeep) {
+    auto element = parse("<a k='v'><b>x</b>y<!--c--></a>")->rootElement();
+    auto copy = element->copyElement();
+    EXPECT_TRUE(sameTree(*element, *copy));
+    EXPECT_FALSE(copy->hasParent());
+    EXPECT_NE(copy->children()[0], element->children()[0]);
+    EXPECT_EQ(copy->children()[0]->parent(), copy);
+
+    element->setStringValue("new");
+    ASSERT_EQ(element->childCount(), 1u);
+    EXPECT_EQ(element->children()[0]->kind(), XMLNodeKind::Text);
+    EXPECT_EQ(element->stringValue(), Text("new"));
+    element->setStringValue("");
+    EXPECT_EQ(element->childCount(), 0u);
+    EXPECT_EQ(copy->stringValue(), Text("xy"));  // the copy kept its own children
+}
+
+TEST(XMLNode, WriterOutputParsesBackToTheSameTree) {
+    const std::vector<std::string> documents = {
+        "<a/>",
+        "<r><a x=\"1 &amp; &lt;2&gt; &quot;q&quot; 'a'\">t &amp; &lt;u&gt; ]]&gt;</a><b/><c></c></r>",
+        "<r a=\"tab&#9;lf&#10;cr&#13;\">line\nfeed&#13;cr\ttab</r>",
+        "<r><![CDATA[a]]]]><![CDATA[>b]]><![CDATA[cr&#13;]]></r>",
+        "<r><!-- c - d --><?target some ? > data?><x/></r>",
+        "<r xmlns='urn:d' xmlns:p='urn:p'><p:a p:k='1'><b xmlns=''>in</b></p:a><c/></r>",
+        "<r>\xF0\x9F\x98\x80 caf\xC3\xA9 \xE2\x98\xBA</r>",
+        "<!DOCTYPE r [\n<!ENTITY e \"entity text\">\n]><r>&e;</r>",
+        "<r><p>Hello <b>big</b> <i>world</i>!</p>\n  <q>\n</q></r>",
+    };
+    for (const std::string& xml : documents) {
+        auto original = parse(xml, bv::XMLNodePreserveCDATA);
+        ASSERT_NE(original, nullptr);
+        for (unsigned options : {bv::XMLNodeOptionsNone, bv::XMLNodeCompactEmptyElement,
+                                 bv::XMLNodePrettyPrint | bv::XMLNodeCompactEmptyElement}) {
+            std::string written = original->xmlString(options);
+            auto again = parse(written, bv::XMLNodePreserveCDATA);
+            ASSERT_NE(again, nullptr) << written;
+            EXPECT_TRUE(sameTree(*original, *again)) << xml << "\nwritten as\n" << written;
+        }
+    }
+}
+
+TEST(XMLNode, WriterFormsAndRepairs) {
+    auto root = XMLElement::make("settings");
+    root->addChild(XMLElement::makeWithStringValue("Volume", "11"));
+    auto empty = XMLElement::make("Empty");
+    root->addChild(empty);
+    auto group = XMLElement::make("Group");
+    group->addChild(XMLElement::make("Item"));
+    root->addChild(group);
+    auto document = XMLDocument::make(root);
+    EXPECT_EQ(
+        document->xmlString(bv::XMLNodePrettyPrint | bv::XMLNodeCompactEmptyElement),
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+        "<settings>\n    <Volume>11</Volume>\n    <Empty/>\n    <Group>\n        <Item/>\n    </Group>\n"
+        "</settings>\n");
+    EXPECT_EQ(empty->xmlString(bv::XMLNodeOptionsNone), "<Empty></Empty>");
+
+    // Characters XML 1.0 cannot hold become U+FFFD; closers inside comments and instructions are split.
+    auto odd = XMLElement::makeWithStringValue("o", Text(std::u16string{u'a', 0x0001, 0xD800, u'b'}));
+    EXPECT_EQ(odd->xmlString(),
+              "<o>a\xEF\xBF\xBD\xEF\xBF\xBD"
+              "b</o>");
+    EXPECT_EQ(XMLNode::makeComment("a--b-")->xmlString(), "<!--a- -b- -->");
+
+    // A namespace URI that nothing declares gets its declaration, so the output parses to the same URIs.
+    auto item = XMLElement::make("p:item", "urn:p");
+    item->addAttribute(XMLNode::makeAttribute("q:k", "v", "urn:q"));
+    auto plain = XMLElement::make("plain");
+    auto inDefault = XMLElement::make("d", "urn:d");
+    inDefault->addChild(plain);
+    item->addChild(inDefault);
+    auto reparsed = XMLElement::parse(Text(item->xmlString()));
+    ASSERT_NE(reparsed, nullptr) << item->xmlString();
+    EXPECT_EQ(reparsed->URI(), Text("urn:p"));
+    EXPECT_EQ(reparsed->attributeForName("q:k")->URI(), Text("urn:q"));
+    EXPECT_EQ(reparsed->children()[0]->URI(), Text("urn:d"));
+    EXPECT_EQ(reparsed->children()[0]->children()[0]->URI(), Text(""));
+}
+
+TEST(XMLNode, LineBreakingWhitespaceAmongMarkupIsLayout) {
+    const std::string xml = "<r>\n  <a>x</a> <b>y</b>\n  <c> </c>\n</r>";
+    auto root = parse(xml)->rootElement();
+    ASSERT_EQ(root->childCount(), 4u);  // a, " ", b, c
+    EXPECT_EQ(root->children()[1]->stringValue(), Text(" "));
+    EXPECT_EQ(root->children()[3]->stringValue(), Text(" "));  // text alone in its element is content
+    EXPECT_EQ(parse(xml, bv::XMLNodePreserveWhitespace)->rootElement()->childCount(), 7u);
+}
+
+TEST(XMLNode, BadInputGivesAnErrorWithItsPlaceOrARecoveredTree) {
+    struct Case {
+        std::string xml;
+        std::string reason;
+    };
+    const std::vector<Case> cases = {
+        {"<a><b>x</a>", "Line 1, column 12: Opening and ending tag mismatch: b line 1 and a"},
+        {"", "Line 1, column 1: Document is empty"},
+        {"<a>\n<b attr=1/></a>", "Line 2, column 9: AttValue: \" or ' expected"},
+        {"<a/><b/>", "Line 1, column 5: Extra content at the end of the document"},
+        {"<a>&undefined;</a>", "Line 1, column 15: Entity 'undefined' not defined"},
+    };
+    for (const Case& each : cases) {
+        bv::Error error;
+        EXPECT_EQ(XMLDocument::parseData(each.xml, 0, &error), nullptr) << each.xml;
+        EXPECT_EQ(error.domain, "BVXMLErrorDomain");
+        EXPECT_NE(error.code, 0);
+        EXPECT_EQ(error.failureReason, Text(each.reason)) << each.xml;
+    }
+    auto recovered = XMLDocument::parseData("<a><b>x</a><c", bv::XMLDocumentTidyXML);
+    ASSERT_NE(recovered, nullptr);
+    EXPECT_EQ(recovered->rootElement()->xmlString(), "<a><b>x</b><c/></a>");
+    bv::Error error;
+    EXPECT_EQ(XMLDocument::parseData("no markup at all", bv::XMLDocumentTidyXML, &error), nullptr);
+    EXPECT_FALSE(error.failureReason.empty());
+
+    // Every truncation of a valid document, and random bytes, fail cleanly or recover; nothing crashes.
+    const std::string valid = "<?xml version=\"1.0\"?><r a=\"1\"><b>t&amp;x</b><![CDATA[c]]><!--k--></r>";
+    for (std::size_t length = 0; length < valid.size(); ++length) {
+        for (unsigned options : {0u, bv::XMLDocumentTidyXML}) {
+            auto document = XMLDocument::parseData(valid.substr(0, length), options);
+            if (document != nullptr) {
+                EXPECT_NE(document->rootElement(), nullptr);
+            }
+        }
+    }
+    std::mt19937 random(7);
+    for (int round = 0; round < 200; ++round) {
+        std::string bytes(static_cast<std::size_t>(random() % 64), '\0');
+        for (char& byte : bytes)
+            byte = static_cast<char>(random() % 256);
+        if (round % 2 == 0) bytes = "<r>" + bytes;
+        (void)XMLDocument::parseData(bytes, round % 3 == 0 ? bv::XMLDocumentTidyXML : 0u);
+    }
+}
+
+TEST(XMLNode, EntitiesNeverReachOutsideTheDocument) {
+    auto secret = temporaryFile("secret.txt", "SECRET");
+    const std::string external =
+        "<!DOCTYPE r [<!ENTITY local SYSTEM \"" + secret.string() +
+        "\"><!ENTITY remote SYSTEM \"http://192.0.2.1/x\">]><r>[&local;][&remote;]</r>";
+    auto document = parse(external);
+    ASSERT_NE(document, nullptr);
+    EXPECT_EQ(document->rootElement()->stringValue(), Text("[][]"));
+
+    std::string bomb = "<!DOCTYPE r [<!ENTITY e0 \"lol\">";
+    for (int level = 1; level < 10; ++level) {
+        std::string previous = "&e" + std::to_string(level - 1) + ";";
+        std::string ten;
+        for (int i = 0; i < 10; ++i)
+            ten += previous;
+        bomb += "<!ENTITY e" + std::to_string(level) + " \"" + ten + "\">";
+    }
+    bomb += "]><r>&e9;</r>";
+    bv::Error error;
+    EXPECT_EQ(XMLDocument::parseData(bomb, 0, &error), nullptr);
+    EXPECT_NE(error.failureReason.toUtf8().find("entity"), std::string::npos) << error.failureReason;
+    auto recovered = XMLDocument::parseData(bomb, bv::XMLDocumentTidyXML);
+    if (recovered != nullptr) {
+        EXPECT_LT(recovered->rootElement()->stringValue().length(), 100000u);
+    }
+    std::filesystem::remove(secret);
+}
+
+TEST(XMLNode, FilesThatCannotBeReadAreReportedAndWrittenFilesReadBack) {
+    bv::Error error;
+    EXPECT_EQ(XMLDocument::parseFile("/nonexistent/folder/x.xml", 0, &error), nullptr);
+    EXPECT_EQ(error.domain, "NSPOSIXErrorDomain");
+    EXPECT_EQ(error.code, ENOENT);
+    EXPECT_EQ(XMLDocument::parseFile(std::filesystem::temp_directory_path().string(), 0, &error), nullptr);
+    EXPECT_EQ(error.code, EISDIR);
+
+    auto path = temporaryFile("written.xml", "");
+    auto document = XMLDocument::make(XMLElement::makeWithStringValue("r", "caf\xC3\xA9"));
+    ASSERT_TRUE(document->writeToFile(path.string()));
+    auto read = XMLDocument::parseFile(path.string(), 0, &error);
+    ASSERT_NE(read, nullptr);
+    EXPECT_TRUE(sameTree(*document, *read));
+    std::filesystem::remove(path);
+}
+
+namespace {
+
+struct Recorder : bv::XMLStreamParserDelegate {
+    std::vector<std::string> events;
+    std::string abortAfter;
+    void parserDidStartElementNamespaceURIQualifiedNameAttributes(
+        bv::XMLStreamParser&, const Text& name, const Text& uri, const Text&,
+        const std::map<Text, Text>& attributes) override {
+        std::string event = "<" + name.toUtf8() + (uri.empty() ? "" : "{" + uri.toUtf8() + "}");
+        for (const auto& [key, value] : attributes)
+            event += " " + key.toUtf8() + "=" + value.toUtf8();
+        events.push_back(event);
+    }
+    void parserFoundCharacters(bv::XMLStreamParser&, const Text& characters) override {
+        events.push_back("'" + characters.toUtf8() + "'");
+    }
+    void parserDidEndElementNamespaceURIQualifiedName(bv::XMLStreamParser& parser, const Text& name,
+                                                      const Text&, const Text&) override {
+        events.push_back("/" + name.toUtf8());
+        if (name == Text(abortAfter)) parser.abortParsing();
+    }
+};
+
+std::vector<std::string> streamEvents(const std::string& xml, const std::string& abortAfter = "",
+                                      bool resolve = false) {
+    Recorder recorder;
+    recorder.abortAfter = abortAfter;
+    bv::XMLStreamParser parser(recorder);
+    parser.setShouldResolveExternalEntities(resolve);
+    parser.parse(reinterpret_cast<const std::uint8_t*>(xml.data()), xml.size());
+    return recorder.events;
+}
+
+}  // namespace
+
+TEST(XMLStreamParser, ReportsWhitespaceRunsInChunksOfTheirOwnAndStopsOnAbort) {
+    using Events = std::vector<std::string>;
+    EXPECT_EQ(streamEvents("<r x:k='1' xmlns:x='urn:x'>\n  <a>t&amp;u<!--c-->v</a>\n\n</r>"),
+              (Events{"<r x:k=1", "'\n'", "'  '", "<a", "'t&uv'", "/a", "'\n'", "'\n'", "/r"}));
+    EXPECT_EQ(streamEvents("<r><a><![CDATA[\n]]></a><b/><c/></r>", "b"),
+              (Events{"<r", "<a", "'\n'", "/a", "<b", "/b"}));
+    // Internal entities are expanded, markup included, on every reference.
+    const std::string entities = "<!DOCTYPE r [<!ENTITY e \"1<i>2</i>\">]><r>[&e;&e;]</r>";
+    const Events expanded{"<r", "'[1'", "<i", "'2'", "/i", "'1'", "<i", "'2'", "/i", "']'", "/r"};
+    EXPECT_EQ(streamEvents(entities), expanded);
+    EXPECT_EQ(streamEvents(entities, "", true), expanded);
+}
+
+TEST(XMLStreamParser, ExternalEntitiesComeOnlyFromRegularLocalFiles) {
+    auto local = temporaryFile("entity.txt", "local text");
+    const std::string xml =
+        "<!DOCTYPE r [<!ENTITY l SYSTEM \"" + local.filename().string() +
+        "\"><!ENTITY h SYSTEM \"http://192.0.2.1/x\"><!ENTITY f SYSTEM \"ftp://192.0.2.1/x\">"
+        "<!ENTITY z SYSTEM \"file:///dev/zero\">]><r>[&l;][&h;][&f;][&z;]</r>";
+    auto path = temporaryFile("with-entities.xml", xml);
+    Recorder recorder;
+    bv::XMLStreamParser parser(recorder);
+    parser.setShouldResolveExternalEntities(true);
+    EXPECT_TRUE(parser.parseFile(path.string()));  // the relative name resolves beside the document
+    EXPECT_EQ(recorder.events, (std::vector<std::string>{"<r", "'[local text][][][]'", "/r"}));
+
+    std::filesystem::remove(local);
+    std::filesystem::remove(path);
+}
+
+TEST(XMLStreamParser, SystemIdentifiersResolveToLocalPathsOnly) {
+    using bv::xmlsupport::localPathOfSystemID;
+    using Path = std::optional<std::string>;
+    EXPECT_EQ(localPathOfSystemID("file://localhost/a%20b", ""), Path("/a b"));
+    EXPECT_EQ(localPathOfSystemID("file:///x", ""), Path("/x"));
+    EXPECT_EQ(localPathOfSystemID("file:/x", ""), Path("/x"));
+    EXPECT_EQ(localPathOfSystemID("rel.txt", "/d/doc.xml"), Path("/d/rel.txt"));
+    EXPECT_EQ(localPathOfSystemID("rel.txt", "file:///d/doc.xml"), Path("/d/rel.txt"));
+    EXPECT_EQ(localPathOfSystemID("file://otherhost/x", ""), std::nullopt);
+    EXPECT_EQ(localPathOfSystemID("HTTP://h/x", ""), std::nullopt);
+    EXPECT_EQ(localPathOfSystemID("rel.txt", "http://h/doc.xml"), std::nullopt);
+}
