@@ -43,8 +43,9 @@ int writeAndClose(int descriptor, const void* bytes, std::size_t length, bool sy
 
 bool writeAtomically(const std::string& path, const void* bytes, std::size_t length, Error* error) {
     std::filesystem::path target(path);
-    std::string pattern = (target.parent_path().empty() ? std::filesystem::path(".") : target.parent_path()) /
-                          ("." + target.filename().string() + ".XXXXXX");
+    std::string hidden = ".";
+    hidden.append(target.filename().string()).append(".XXXXXX");
+    std::string pattern = (target.parent_path().empty() ? std::filesystem::path(".") : target.parent_path()) / hidden;
     int descriptor = ::mkstemp(pattern.data());
     if (descriptor < 0) return fail(error, path, errno);
     ::fchmod(descriptor, 0644);
