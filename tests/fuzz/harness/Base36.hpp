@@ -1,10 +1,12 @@
 // Harness: reading base-36 text, and writing it back.
 #pragma once
 
+#include <algorithm>
+#include <cctype>
 #include <cstring>
 
 #include "BrevantCocoaExtensions/text/BVNSString.hpp"
-#include "harness/Common.hpp"
+#include "Common.hpp"
 
 namespace bv::fuzz {
 

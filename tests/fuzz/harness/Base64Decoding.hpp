@@ -5,7 +5,7 @@
 
 #include "BrevantCocoaExtensions/platform/Base64.hpp"
 #include "BrevantCocoaExtensions/text/Base64Encoding.hpp"
-#include "harness/Common.hpp"
+#include "Common.hpp"
 
 namespace bv::fuzz {
 

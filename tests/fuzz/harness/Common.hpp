@@ -7,10 +7,15 @@
 // unit tests, so a crashing input saved once keeps being checked by every build.
 #pragma once
 
+#include <unistd.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
 #include <string_view>
 
 #include "BrevantCocoaExtensions/platform/AlertCenter.hpp"
@@ -40,6 +45,36 @@ inline void silenceAlerts() {
     }();
     (void)installed;
 }
+
+// One scratch file per process, removed when the process ends. It lives in memory where it can
+// (/dev/shm): on a disk file system, truncating and rewriting a file thousands of times a second is slow.
+class ScratchFile {
+  public:
+    explicit ScratchFile(const std::string& suffix)
+        : path_(folder() / ("bv-fuzz-" + std::to_string(::getpid()) + suffix)) {}
+    ~ScratchFile() {
+        std::error_code ignored;
+        std::filesystem::remove(path_, ignored);
+    }
+    ScratchFile(const ScratchFile&) = delete;
+    ScratchFile& operator=(const ScratchFile&) = delete;
+
+    const std::filesystem::path& write(const std::uint8_t* data, std::size_t size) {
+        std::ofstream out(path_, std::ios::binary | std::ios::trunc);
+        out.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
+        out.close();
+        if (!out) fail("the scratch file could not be written");
+        return path_;
+    }
+
+  private:
+    static std::filesystem::path folder() {
+        if (::access("/dev/shm", W_OK) == 0) return "/dev/shm";
+        return std::filesystem::temp_directory_path();
+    }
+
+    std::filesystem::path path_;
+};
 
 }  // namespace bv::fuzz
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "BrevantCocoaExtensions/text/BVNSString.hpp"
-#include "harness/Common.hpp"
+#include "Common.hpp"
 
 namespace bv::fuzz {
 

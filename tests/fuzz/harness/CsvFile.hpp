@@ -1,51 +1,13 @@
 // Harness: the whole CSV reader on a file: decoding, line splitting, header and records.
 #pragma once
 
-#include <unistd.h>
-
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 
 #include "BrevantCocoaExtensions/documents/CSVReader.hpp"
 #include "BrevantCocoaExtensions/platform/Exceptions.hpp"
-#include "harness/Common.hpp"
+#include "Common.hpp"
 
 namespace bv::fuzz {
-
-namespace detail {
-
-// One scratch file per process, removed when the process ends. It lives in memory where it can
-// (/dev/shm): on a disk file system, truncating and rewriting a file thousands of times a second is slow.
-class ScratchFile {
-  public:
-    explicit ScratchFile(const std::string& suffix)
-        : path_(folder() / ("bv-fuzz-" + std::to_string(::getpid()) + suffix)) {}
-    ~ScratchFile() {
-        std::error_code ignored;
-        std::filesystem::remove(path_, ignored);
-    }
-    ScratchFile(const ScratchFile&) = delete;
-    ScratchFile& operator=(const ScratchFile&) = delete;
-
-    const std::filesystem::path& write(const std::uint8_t* data, std::size_t size) {
-        std::ofstream out(path_, std::ios::binary | std::ios::trunc);
-        out.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
-        out.close();
-        if (!out) fail("the scratch file could not be written");
-        return path_;
-    }
-
-  private:
-    static std::filesystem::path folder() {
-        if (::access("/dev/shm", W_OK) == 0) return "/dev/shm";
-        return std::filesystem::temp_directory_path();
-    }
-
-    std::filesystem::path path_;
-};
-
-}  // namespace detail
 
 // The input is a CSV file read as the suite reads a class list: headers, then records until the data
 // ends. Each record moves the position by one line and has the field count of the first record;
@@ -54,7 +16,7 @@ class ScratchFile {
 // them; an unterminated quote throws RangeException, the error the reader defines for it.
 inline void csvFile(const std::uint8_t* data, std::size_t size) {
     silenceAlerts();
-    static detail::ScratchFile file(".csv");
+    static ScratchFile file(".csv");
     CSVReader reader(Text(file.write(data, size).string()));
     try {
         reader.readHeaders();

@@ -5,7 +5,7 @@
 #include "BrevantCocoaExtensions/platform/Exceptions.hpp"
 #include "BrevantCocoaExtensions/text/BVNSMutableString.hpp"
 #include "BrevantCocoaExtensions/text/BVNSString.hpp"
-#include "harness/Common.hpp"
+#include "Common.hpp"
 
 namespace bv::fuzz {
 

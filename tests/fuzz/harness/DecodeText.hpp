@@ -4,7 +4,7 @@
 #include <array>
 
 #include "BrevantCocoaExtensions/platform/TextEncoding.hpp"
-#include "harness/Common.hpp"
+#include "Common.hpp"
 
 namespace bv::fuzz {
 

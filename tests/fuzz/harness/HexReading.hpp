@@ -2,7 +2,7 @@
 #pragma once
 
 #include "BrevantCocoaExtensions/text/BVNSData.hpp"
-#include "harness/Common.hpp"
+#include "Common.hpp"
 
 namespace bv::fuzz {
 

@@ -5,7 +5,7 @@
 #include <cstdint>
 
 #include "BrevantCocoaExtensions/platform/NumberReading.hpp"
-#include "harness/Common.hpp"
+#include "Common.hpp"
 
 namespace bv::fuzz {
 

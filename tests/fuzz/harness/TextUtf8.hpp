@@ -3,7 +3,7 @@
 
 #include "BrevantCocoaExtensions/platform/Text.hpp"
 #include "BrevantCocoaExtensions/platform/TextEncoding.hpp"
-#include "harness/Common.hpp"
+#include "Common.hpp"
 
 namespace bv::fuzz {
 
