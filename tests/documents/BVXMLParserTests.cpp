@@ -1,0 +1,174 @@
+// BVXMLParser: which text each wanted element gets, the early stop, merging across runs, and input that is
+// missing, truncated, binary or reaches for external entities.
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "BrevantCocoaExtensions/documents/BVXMLParser.hpp"
+
+using bv::BVXMLParser;
+using bv::Text;
+using Results = BVXMLParser::ResultsDictionary;
+
+namespace {
+
+bv::ByteData bytes(const std::string& text) {
+    return bv::ByteData(text.begin(), text.end());
+}
+
+Results collect(const std::string& xml, const std::vector<Text>& names) {
+    return BVXMLParser::resultsOfDataToParseSeekingDesiredElements(bytes(xml), names);
+}
+
+std::filesystem::path temporaryFile(const std::string& name, const std::string& contents) {
+    auto path = std::filesystem::temp_directory_path() /
+                ("bv-bvxmlparser-" + std::to_string(::getpid()) + "-" + name);
+    std::ofstream(path, std::ios::binary) << contents;
+    return path;
+}
+
+// Records the element starts it sees, to show where the parse stopped.
+struct CountingParser : BVXMLParser {
+    std::vector<std::string> started;
+    void parserDidStartElementNamespaceURIQualifiedNameAttributes(
+        bv::XMLStreamParser& parser, const Text& name, const Text& uri, const Text& qualified,
+        const std::map<Text, Text>& attributes) override {
+        started.push_back(name.toUtf8());
+        BVXMLParser::parserDidStartElementNamespaceURIQualifiedNameAttributes(parser, name, uri, qualified,
+                                                                              attributes);
+    }
+};
+
+}  // namespace
+
+TEST(BVXMLParser, CollectsTheWantedValuesAndStopsAfterTheLast) {
+    CountingParser parser;
+    auto results = BVXMLParser::resultsOfDataToParseSeekingDesiredElements(
+        parser, bytes("<doc><title>T</title><version>2.1</version><after/></doc>"), {"version", "title"});
+    EXPECT_EQ(*results, (Results{{"title", "T"}, {"version", "2.1"}}));
+    EXPECT_EQ(parser.started, (std::vector<std::string>{"doc", "title", "version"}));
+    EXPECT_EQ(results, parser.resultsData());  // the object's own dictionary
+    EXPECT_TRUE(parser.desiredElements()->empty());
+
+    // A name that does not occur: no key, and the parse runs to the end.
+    CountingParser unfinished;
+    results = BVXMLParser::resultsOfDataToParseSeekingDesiredElements(
+        unfinished, bytes("<doc><title>T</title><after/></doc>"), {"title", "missing"});
+    EXPECT_EQ(*results, (Results{{"title", "T"}}));
+    EXPECT_EQ(unfinished.started.back(), "after");
+    EXPECT_EQ(*unfinished.desiredElements(), (std::vector<Text>{"missing"}));
+
+    // Once everything is found, what follows is never parsed: a broken tail does not matter.
+    EXPECT_EQ(collect("<doc><version>3</version><broken attr=></doc", {"version"}),
+              (Results{{"version", "3"}}));
+    const std::string binaryTail =
+        std::string("<doc><version>3</version>") + std::string("\x00\xFF\xFE<<&", 6);
+    EXPECT_EQ(collect(binaryTail, {"version"}), (Results{{"version", "3"}}));
+}
+
+TEST(BVXMLParser, WhatTextEachElementGets) {
+    struct Case {
+        const char* xml;
+        std::vector<Text> names;
+        Results expected;
+    };
+    const std::vector<Case> cases = {
+        // Text before a child is lost; the child's text and the text after it remain.
+        {"<a>lost<b>x</b>y</a>", {"a"}, {{"a", "xy"}}},
+        {"<a>lost<b>x</b>y</a>", {"b", "a"}, {{"a", "xy"}, {"b", "x"}}},
+        // The first occurrence wins; a name given twice takes the second occurrence as well.
+        {"<r><v>1</v><v>2</v></r>", {"v"}, {{"v", "1"}}},
+        {"<r><v>1</v><v>2</v><v>3</v></r>", {"v", "v"}, {{"v", "2"}}},
+        // A chunk that is exactly one line feed is dropped; other white space stays.
+        {"<r><a>\n</a></r>", {"a"}, {{"a", ""}}},
+        {"<r><a>\n\n</a></r>", {"a"}, {{"a", ""}}},
+        {"<r><a>\r\n</a></r>", {"a"}, {{"a", ""}}},
+        {"<r><a> \n </a></r>", {"a"}, {{"a", "  "}}},
+        {"<r><a>one\ntwo</a></r>", {"a"}, {{"a", "one\ntwo"}}},  // inside text a line feed is kept
+        // Entities, CDATA and comments.
+        {"<r><a>x &amp; &#65;<!-- c -->y</a></r>", {"a"}, {{"a", "x & Ay"}}},
+        {"<r><a><![CDATA[<raw>]]></a></r>", {"a"}, {{"a", "<raw>"}}},
+        {"<!DOCTYPE r [<!ENTITY e 'expanded'>]><r><a>&e;</a></r>", {"a"}, {{"a", "expanded"}}},
+        // Names compare exactly, qualified as written.
+        {"<r xmlns:p='urn:p'><p:a>1</p:a><A>2</A></r>", {"p:a", "a"}, {{"p:a", "1"}}},
+        // Empty or non-XML data gives nothing.
+        {"", {"a"}, {}},
+        {"\x89PNG\r\n\x1a\n\x00\x00", {"a"}, {}},
+    };
+    for (const Case& each : cases) {
+        EXPECT_EQ(collect(each.xml, each.names), each.expected) << each.xml;
+    }
+}
+
+TEST(BVXMLParser, PrettyPrintedAndSingleLineDocumentsGiveTheSameLeafValues) {
+    const std::string singleLine =
+        "<settings><user><name>Ann</name><id>7</id></user><mode>quiz</mode></settings>";
+    const std::string pretty =
+        "<?xml version=\"1.0\"?>\n<settings>\n    <user>\n        <name>Ann</name>\n        <id>7</id>\n"
+        "    </user>\n    <mode>quiz</mode>\n</settings>\n";
+    const std::vector<Text> names{"name", "id", "mode"};
+    EXPECT_EQ(collect(singleLine, names), collect(pretty, names));
+    EXPECT_EQ(collect(pretty, names), (Results{{"id", "7"}, {"mode", "quiz"}, {"name", "Ann"}}));
+    // An element with children ends with the text after its last child: the indentation survives, the
+    // line feed before it does not.
+    EXPECT_EQ(collect(singleLine, {"user"}), (Results{{"user", "7"}}));
+    EXPECT_EQ(collect(pretty, {"user"}), (Results{{"user", "7    "}}));
+}
+
+TEST(BVXMLParser, RunsMergeAndSettersKeepTheObjectGiven) {
+    BVXMLParser parser;
+    auto results = std::make_shared<Results>(Results{{"old", "kept"}, {"a", "replaced"}});
+    parser.setResultsData(results);
+    auto first =
+        BVXMLParser::resultsOfDataToParseSeekingDesiredElements(parser, bytes("<r><a>1</a></r>"), {"a"});
+    auto second =
+        BVXMLParser::resultsOfDataToParseSeekingDesiredElements(parser, bytes("<r><b>2</b></r>"), {"b"});
+    EXPECT_EQ(first, results);
+    EXPECT_EQ(second, results);
+    EXPECT_EQ(*results, (Results{{"a", "1"}, {"b", "2"}, {"old", "kept"}}));
+
+    auto wanted = std::make_shared<std::vector<Text>>(std::vector<Text>{"stale"});
+    parser.setDesiredElements(wanted);
+    (void)BVXMLParser::resultsOfDataToParseSeekingDesiredElements(parser, bytes("<r><c>3</c></r>"),
+                                                                  {"c", "d"});
+    EXPECT_EQ(parser.desiredElements(), wanted);  // the list object stays, its contents were replaced
+    EXPECT_EQ(*wanted, (std::vector<Text>{"d"}));
+
+    parser.appendElementData("\n");
+    parser.appendElementData("x\n");
+    EXPECT_EQ(*parser.elementData(), Text("3x\n"));  // the last element's text, then only the second append
+}
+
+TEST(BVXMLParser, FilesAreReadOnlyAsFarAsNeeded) {
+    EXPECT_TRUE(BVXMLParser::resultsOfDataToParseAtPathSeekingDesiredElements("/nonexistent/file.xml", {"a"})
+                    .empty());
+    EXPECT_TRUE(BVXMLParser::resultsOfDataToParseAtPathSeekingDesiredElements(
+                    Text(std::filesystem::temp_directory_path().string()), {"a"})
+                    .empty());
+
+    // The value sits at the top; megabytes of garbage follow it and are never read.
+    std::string contents = "<catalog><version>4.2</version>";
+    contents += std::string(3 * 1024 * 1024, '\x01');
+    auto path = temporaryFile("big.xml", contents);
+    EXPECT_EQ(BVXMLParser::resultsOfDataToParseAtPathSeekingDesiredElements(Text(path.string()), {"version"}),
+              (Results{{"version", "4.2"}}));
+    // A value past the first chunks is found too.
+    std::string late = "<catalog>" + std::string(1024 * 1024, ' ') + "<version>5</version></catalog>";
+    std::ofstream(path, std::ios::binary | std::ios::trunc) << late;
+    EXPECT_EQ(BVXMLParser::resultsOfDataToParseAtPathSeekingDesiredElements(Text(path.string()), {"version"}),
+              (Results{{"version", "5"}}));
+    std::filesystem::remove(path);
+}
+
+TEST(BVXMLParser, ExternalEntitiesComeFromLocalFilesNeverFromTheNetwork) {
+    auto local = temporaryFile("entity.txt", "from a file");
+    const std::string xml = "<!DOCTYPE r [<!ENTITY l SYSTEM \"" + local.string() +
+                            "\"><!ENTITY h SYSTEM \"http://192.0.2.1/entity\">"
+                            "<!ENTITY d SYSTEM \"/dev/zero\">]><r><l>&l;</l><h>[&h;]</h><d>[&d;]</d></r>";
+    EXPECT_EQ(collect(xml, {"l", "h", "d"}), (Results{{"d", "[]"}, {"h", "[]"}, {"l", "from a file"}}));
+    std::filesystem::remove(local);
+}
