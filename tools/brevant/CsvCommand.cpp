@@ -148,15 +148,9 @@ int run(const CsvOptions& options) {
     std::vector<Record> records;
     auto keep = [&](const bv::CSVReader&, const Record& record) { records.push_back(record); };
     std::string error;
-    bool hadMalformedLines = false;
-    bool read = false;
-    try {
-        read = forEachCsvRecord(options.file, *separator, options.header, acceptHeader, keep, &error,
-                                &hadMalformedLines);
-    } catch (const bv::RangeException&) {  // the header line holds a quoted field that is not closed
-        error = options.file + ": line 1 is malformed";
-    }
-    if (!read) {
+    std::vector<std::uint64_t> malformedLines;
+    if (!forEachCsvRecord(options.file, *separator, options.header, acceptHeader, keep, &error,
+                          &malformedLines)) {
         printError("csv: " + error);
         return kExitFailure;
     }
@@ -170,7 +164,7 @@ int run(const CsvOptions& options) {
         out = asTable(options.header ? &header : nullptr, records);
     }
     if (!writeOutput(out)) return kExitFailure;
-    return hadMalformedLines ? kExitFailure : kExitSuccess;
+    return malformedLines.empty() ? kExitSuccess : kExitFailure;
 }
 
 void install(CLI::App& app, int* exitCode) {

@@ -41,7 +41,9 @@ class MalformedLineCatcher {
     bv::AlertCenter::Presenter previous_;
 };
 
-void reportMalformed(const std::string& path, std::uint64_t lineNumber) {
+void reportMalformed(const std::string& path, std::uint64_t lineNumber,
+                     std::vector<std::uint64_t>* malformedLines) {
+    malformedLines->push_back(lineNumber);
     printError(path + ": line " + std::to_string(lineNumber) + " is malformed");
 }
 
@@ -83,7 +85,7 @@ std::string printable(const std::string& bytes) {
 
 bool forEachCsvRecord(const std::string& path, char separator, bool header,
                       const CsvHeaderCheck& checkHeaders, const CsvRecordHandler& onRecord,
-                      std::string* error, bool* hadMalformedLines) {
+                      std::string* error, std::vector<std::uint64_t>* malformedLines) {
     if (!checkReadableFile(path, error)) return false;
     std::error_code code;
     std::uint64_t size = std::filesystem::file_size(path, code);
@@ -100,14 +102,19 @@ bool forEachCsvRecord(const std::string& path, char separator, bool header,
     reader.setFieldSeparator(static_cast<std::int8_t>(separator));
     MalformedLineCatcher catcher;
     if (header) {
-        reader.readHeaders();
+        try {
+            reader.readHeaders();
+        } catch (const bv::RangeException&) {  // the header holds a quoted field that is not closed
+            *error = path + ": line 1 is malformed";
+            return false;
+        }
         if (reader.headers().empty()) {
             *error = path + ": the first line is not a header (it is blank or malformed)";
             return false;
         }
         if (checkHeaders && !checkHeaders(reader.headers(), error)) return false;
     }
-    *hadMalformedLines = false;
+    malformedLines->clear();
     while (reader.currentRecord() < reader.countOfLines()) {
         std::uint64_t position = reader.currentRecord();
         std::optional<std::vector<bv::Text>> record;
@@ -116,15 +123,13 @@ bool forEachCsvRecord(const std::string& path, char separator, bool header,
         } catch (const bv::RangeException&) {  // an unterminated quoted field
             catcher.takeRaised();
             reader.setCurrentRecord(position + 1);
-            reportMalformed(path, position + 1);
-            *hadMalformedLines = true;
+            reportMalformed(path, position + 1, malformedLines);
             continue;
         }
         if (record) {
             onRecord(reader, *record);
         } else if (catcher.takeRaised()) {
-            reportMalformed(path, reader.currentRecord());
-            *hadMalformedLines = true;
+            reportMalformed(path, reader.currentRecord(), malformedLines);
         } else {
             break;  // a blank line ends the data
         }
@@ -133,7 +138,8 @@ bool forEachCsvRecord(const std::string& path, char separator, bool header,
 }
 
 bool readCsvColumn(const std::string& path, const std::string& column, std::string* error,
-                   bool* hadMalformedLines, const std::function<void(const bv::Text&)>& onValue) {
+                   std::vector<std::uint64_t>* malformedLines,
+                   const std::function<void(const bv::Text&)>& onValue) {
     const bv::Text name(column);
     auto hasColumn = [&](const std::vector<bv::Text>& headers, std::string* message) {
         if (std::find(headers.begin(), headers.end(), name) != headers.end()) return true;
@@ -148,7 +154,7 @@ bool readCsvColumn(const std::string& path, const std::string& column, std::stri
         [&](const bv::CSVReader& reader, const std::vector<bv::Text>&) {
             if (std::optional<bv::Text> value = reader.fieldValueForName(name)) onValue(*value);
         },
-        error, hadMalformedLines);
+        error, malformedLines);
 }
 
 }  // namespace brevant

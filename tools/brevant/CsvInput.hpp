@@ -24,18 +24,19 @@ std::string printable(const std::string& bytes);
 // Opens a CSV file (after checkReadableFile and the size limit) and reads its header when asked, then
 // calls onRecord for each well-formed record until the data ends (end of file or a blank line). Each
 // malformed line, and each line with an unterminated quoted field, is reported on standard error as
-// "FILE: line N is malformed" and skipped; *hadMalformedLines tells whether any was.
+// "FILE: line N is malformed" and skipped; *malformedLines lists their numbers.
 // With a header, checkHeaders (when given) may refuse it with a message before any record is read.
 using CsvRecordHandler =
     std::function<void(const bv::CSVReader& reader, const std::vector<bv::Text>& record)>;
 using CsvHeaderCheck = std::function<bool(const std::vector<bv::Text>& headers, std::string* error)>;
 bool forEachCsvRecord(const std::string& path, char separator, bool header,
                       const CsvHeaderCheck& checkHeaders, const CsvRecordHandler& onRecord,
-                      std::string* error, bool* hadMalformedLines);
+                      std::string* error, std::vector<std::uint64_t>* malformedLines);
 
 // forEachCsvRecord with a header, handing each record's value in the named column to onValue; fails
 // with a message naming the columns there are when the header has no such column.
 bool readCsvColumn(const std::string& path, const std::string& column, std::string* error,
-                   bool* hadMalformedLines, const std::function<void(const bv::Text&)>& onValue);
+                   std::vector<std::uint64_t>* malformedLines,
+                   const std::function<void(const bv::Text&)>& onValue);
 
 }  // namespace brevant

@@ -1,0 +1,42 @@
+// The tally behind `brevant tally` and `brevant demo`: answers counted with BVCountedStrings (exact, or
+// case-insensitive where the first spelling wins), reduced to the modes and a popularity ranking with the
+// counted-set statistics, and printed as a table with a bar chart or as JSON.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "BrevantCocoaExtensions/platform/Value.hpp"
+#include "Chart.hpp"
+
+namespace brevant {
+
+struct TallyOptions {
+    std::string file = "-";  // answers one per line, or a CSV file with `column`; "-" is standard input
+    std::string column;      // a CSV column to tally; empty for one answer per line
+    bool ignoreCase = false;
+    std::optional<int> rank;  // keep this many entries and fold the rest into "other"
+    bool json = false;
+    bool noChart = false;
+};
+
+struct TallyResult {
+    bv::ValueCountedSet answers;  // each distinct answer with its count, in first-added order
+    std::uint64_t total = 0;
+    std::vector<ChartRow> rows;  // the popularity ranking, with the "other" aggregate last when folded
+    std::vector<bool> isOther;
+    std::vector<std::uint64_t> malformedLines;  // CSV lines skipped as malformed (1-based)
+};
+
+// Counts and ranks the answers; false with a one-line message naming the file when they cannot be read.
+bool tallyAnswers(const TallyOptions& options, TallyResult* result, std::string* error);
+
+// The result as text: a totals line, the ranked table (with bars unless noChart) and the modes line.
+std::string renderTallyText(const TallyResult& result, const TallyOptions& options, int width);
+
+// The result as one JSON document: source, totals, modes, mode count and percentage, ranked entries.
+std::string renderTallyJson(const TallyResult& result, const TallyOptions& options);
+
+}  // namespace brevant
