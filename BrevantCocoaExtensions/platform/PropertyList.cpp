@@ -249,6 +249,11 @@ std::vector<const xmlNode*> elementChildren(const xmlNode* container) {
 
 // The character data of a leaf element (entities expanded); an element child is an error.
 std::string leafContent(const xmlNode* element) {
+    const xmlNode* only = element->children;
+    if (only == nullptr) return {};
+    if (only->next == nullptr && only->type == XML_TEXT_NODE) {  // the common case: one plain text node
+        return reinterpret_cast<const char*>(only->content);
+    }
     for (const xmlNode* child = element->children; child != nullptr; child = child->next) {
         if (child->type == XML_ELEMENT_NODE) {
             fail(child, "unexpected element <" + std::string(nameOf(child)) + "> inside <" +
@@ -431,6 +436,8 @@ std::optional<Value> fromXmlData(std::string_view bytes, Error* error) {
         reportFailure(error, "the data is too large");
         return std::nullopt;
     }
+    static const bool initialised = (xmlInitParser(), true);  // once, before any thread parses
+    (void)initialised;
     std::unique_ptr<xmlParserCtxt, decltype(&xmlFreeParserCtxt)> context(xmlNewParserCtxt(),
                                                                          &xmlFreeParserCtxt);
     if (!context) throw std::bad_alloc();

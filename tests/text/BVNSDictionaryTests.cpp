@@ -120,28 +120,22 @@ TEST(BVNSDictionary, ConversionsAValueLacksThrow) {
 TEST(BVNSMutableDictionary, NumberSettersStoreTheNamedKindAndReplace) {
     ValueDictionary d;
     using Kind = Number::Kind;
-    const std::pair<void (*)(ValueDictionary&), Kind> setters[] = {
-        {[](ValueDictionary& m) { mdict::setBoolForKey(m, true, Text("k")); }, Kind::Bool},
-        {[](ValueDictionary& m) { mdict::setCharForKey(m, -1, Text("k")); }, Kind::Int8},
-        {[](ValueDictionary& m) { mdict::setUnsignedCharForKey(m, 1, Text("k")); }, Kind::UInt8},
-        {[](ValueDictionary& m) { mdict::setShortForKey(m, 1, Text("k")); }, Kind::Int16},
-        {[](ValueDictionary& m) { mdict::setUnsignedShortForKey(m, 1, Text("k")); }, Kind::UInt16},
-        {[](ValueDictionary& m) { mdict::setIntForKey(m, 1, Text("k")); }, Kind::Int32},
-        {[](ValueDictionary& m) { mdict::setUnsignedIntForKey(m, 1, Text("k")); }, Kind::UInt32},
-        {[](ValueDictionary& m) { mdict::setIntegerForKey(m, 1, Text("k")); }, Kind::Int64},
-        {[](ValueDictionary& m) { mdict::setUnsignedIntegerForKey(m, 1, Text("k")); }, Kind::UInt64},
-        {[](ValueDictionary& m) { mdict::setLongForKey(m, 1, Text("k")); }, Kind::Int64},
-        {[](ValueDictionary& m) { mdict::setUnsignedLongForKey(m, 1, Text("k")); }, Kind::UInt64},
-        {[](ValueDictionary& m) { mdict::setLongLongForKey(m, 1, Text("k")); }, Kind::Int64},
-        {[](ValueDictionary& m) { mdict::setUnsignedLongLongForKey(m, 1, Text("k")); }, Kind::UInt64},
-        {[](ValueDictionary& m) { mdict::setFloatForKey(m, 1.5F, Text("k")); }, Kind::Float},
-    };
-    for (const auto& [set, kind] : setters) {
-        set(d);
-        ASSERT_EQ(d.size(), 1u);
-        ASSERT_NE(d.at(Text("k")).number(), nullptr);
-        EXPECT_EQ(d.at(Text("k")).number()->kind(), kind);
-    }
+    auto kindOf = [&d] { return d.at(Text("k")).number()->kind(); };
+    mdict::setBoolForKey(d, true, Text("k"));
+    EXPECT_EQ(kindOf(), Kind::Bool);
+    mdict::setCharForKey(d, -1, Text("k"));
+    EXPECT_EQ(kindOf(), Kind::Int8);
+    mdict::setUnsignedShortForKey(d, 1, Text("k"));
+    EXPECT_EQ(kindOf(), Kind::UInt16);
+    mdict::setUnsignedIntForKey(d, 1, Text("k"));
+    EXPECT_EQ(kindOf(), Kind::UInt32);
+    mdict::setLongForKey(d, 1, Text("k"));
+    EXPECT_EQ(kindOf(), Kind::Int64);
+    mdict::setUnsignedLongLongForKey(d, 1, Text("k"));
+    EXPECT_EQ(kindOf(), Kind::UInt64);
+    mdict::setFloatForKey(d, 1.5F, Text("k"));
+    EXPECT_EQ(kindOf(), Kind::Float);
+    EXPECT_EQ(d.size(), 1u);
     mdict::setRectForKey(d, bv::Rect{{1, 2}, {3, 4}}, Text("r"));
     mdict::setRangeForKey(d, bv::Range{5, 6}, Text("g"));
     mdict::setPointForKey(d, bv::Point{-1, 0.5}, Text("p"));
