@@ -31,7 +31,8 @@ std::string fixture(const std::string& name) {
 }
 
 // Runs brevant with the arguments (already shell-quoted where needed) and a fixed output width.
-ToolRun brevant(const std::string& arguments, const std::string& input = "") {
+ToolRun brevant(const std::string& arguments, const std::string& input = "",
+                const std::string& environment = "") {
     static const fs::path scratch =
         fs::temp_directory_path() / ("brevant-tool-tests-" + std::to_string(getpid()));
     fs::create_directories(scratch);
@@ -40,8 +41,8 @@ ToolRun brevant(const std::string& arguments, const std::string& input = "") {
         std::ofstream(scratch / "stdin", std::ios::binary) << input;
         redirectIn = "< '" + (scratch / "stdin").string() + "'";
     }
-    std::string command = "COLUMNS=80 '" BV_BREVANT_PATH "' " + arguments + " " + redirectIn + " > '" +
-                          (scratch / "out").string() + "' 2> '" + (scratch / "err").string() + "'";
+    std::string command = environment + "COLUMNS=80 '" BV_BREVANT_PATH "' " + arguments + " " + redirectIn +
+                          " > '" + (scratch / "out").string() + "' 2> '" + (scratch / "err").string() + "'";
     int raw = std::system(command.c_str());
     return ToolRun{WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, slurp(scratch / "out"), slurp(scratch / "err")};
 }
@@ -173,6 +174,22 @@ TEST(BrevantTool, ClosedPipeEndsQuietly) {
     EXPECT_EQ(slurp(scratch / "out"), "50000 answers, 50000 distinct\n");
     EXPECT_EQ(slurp(scratch / "err"), "");
     EXPECT_EQ(slurp(scratch / "status"), "0\n");
+    fs::remove_all(scratch);
+}
+
+TEST(BrevantDemo, RunsTheMainRoadsAndLeavesNothingBehind) {
+    const fs::path scratch = fs::temp_directory_path() / ("brevant-demo-test-" + std::to_string(getpid()));
+    fs::create_directories(scratch);
+    ToolRun run = brevant("demo", "", "TMPDIR='" + scratch.string() + "' ");
+    EXPECT_EQ(run.status, 0) << run.err;
+    for (const char* expected :
+         {"32 students imported (7A: 22, 7B: 10)", "line 19 is malformed", "type code 66: multiple choice",
+          "type code 129: fill in the blank", "Mode: Canberra (23 answers, 71% of all answers)",
+          "read them back: 7 rows."}) {
+        EXPECT_NE(run.out.find(expected), std::string::npos) << expected;
+    }
+    EXPECT_NE(run.err.find("class-list.csv: line 19 is malformed"), std::string::npos);
+    EXPECT_TRUE(fs::is_empty(scratch));  // the temporary folder is gone
     fs::remove_all(scratch);
 }
 

@@ -11,6 +11,7 @@
 
 #include "BrevantCocoaExtensions/responses/QuestionCodes.hpp"
 #include "Command.hpp"
+#include "QuestionFamilies.hpp"
 
 namespace brevant {
 
@@ -58,32 +59,12 @@ std::string codeText(std::int64_t code) {
     return buffer;
 }
 
-std::string families(std::int32_t code) {
-    const std::vector<std::pair<const char*, bool (*)(std::int32_t)>> all{
-        {"true/false", bv::IsQuestionCodeBoolean},
-        {"simple sequence", bv::IsQuestionCodeSimpleSequence},
-        {"multiple choice", bv::IsQuestionCodeMultipleChoice},
-        {"lettered multiple choice", bv::IsQuestionCodeMultipleChoiceAlpha},
-        {"multiple mark", bv::IsQuestionCodeMultipleMark},
-        {"fill in the blank", bv::IsQuestionCodeFillInTheBlank},
-        {"rating scale", bv::IsQuestionCodeRatingScale},
-        {"sequence", bv::IsQuestionCodeSequence},
-    };
-    std::string names;
-    for (const auto& [name, belongs] : all) {
-        if (!belongs(code)) continue;
-        if (!names.empty()) names += ", ";
-        names += name;
-    }
-    return names.empty() ? "none" : names;
-}
-
 std::string describe(std::int32_t code) {
     std::uint32_t mapped = bv::SimpleSequenceForSequence(static_cast<std::uint32_t>(code));
     std::string mapping = mapped == static_cast<std::uint32_t>(code)
                               ? "unchanged"
                               : codeText(static_cast<std::int64_t>(mapped));
-    return codeText(code) + ": families: " + families(code) +
+    return codeText(code) + ": families: " + questionFamilies(code) +
            "; scorable: " + (bv::IsQuestionCodeScorable(code) ? "yes" : "no") +
            "; advanced answer: " + (bv::IsQuestionCodeAdvancedAnswer(code) ? "yes" : "no") +
            "; simple sequence: " + mapping + "\n";
