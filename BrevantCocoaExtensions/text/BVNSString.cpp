@@ -1,6 +1,8 @@
 // BVNSString: operations on any Text. See the header for the deliberate oddities kept here.
 #include "BrevantCocoaExtensions/text/BVNSString.hpp"
 
+#include "BrevantCocoaExtensions/text/BVNSArray.hpp"
+
 #include <algorithm>
 #include <atomic>
 #include <cstdlib>
@@ -10,6 +12,7 @@
 #include "BrevantCocoaExtensions/platform/Exceptions.hpp"
 #include "BrevantCocoaExtensions/platform/FileWriting.hpp"
 #include "BrevantCocoaExtensions/platform/NumberReading.hpp"
+#include "BrevantCocoaExtensions/text/BVNSArray.hpp"
 
 namespace bv::BVNSString {
 
@@ -51,17 +54,6 @@ Text replaceOccurrences(const Text& self, std::u16string_view target, std::u16st
     }
     out.append(source.substr(from));
     return Text(std::move(out));
-}
-
-// One element of the list picked uniformly with random(): the single place that chooses the random source.
-const Text& randomElement(const std::vector<Text>& list) {
-    constexpr unsigned long kRange = 1UL << 31;  // random() yields 0 .. 2^31 - 1
-    const unsigned long limit = kRange - kRange % list.size();
-    unsigned long draw = 0;
-    do {
-        draw = static_cast<unsigned long>(::random());
-    } while (draw >= limit);  // drop the uneven top so every element is equally likely
-    return list[draw % list.size()];
 }
 
 // The value of a base-36 digit (either the text "0".."9" or "A".."Z"), else the not-found index.
@@ -542,7 +534,8 @@ std::vector<Text> base36() {
 }
 
 Text randomBase36Char() {
-    return randomElement(base36());
+    const std::vector<Text> digits = base36();
+    return *BVNSArray::randomObject(ValueArray(digits.begin(), digits.end()))->text();
 }
 
 Text base36StringForValue(std::uint64_t value) {

@@ -175,7 +175,7 @@ stringByRemovingNonAlphaNumericCharactersWhilePreservingWhiteSpacesPreservePunct
 
 // The 36 digits "0" to "9" then "A" to "Z"; a digit's value is its position.
 [[nodiscard]] std::vector<Text> base36();
-// One base-36 digit picked uniformly at random (random()).
+// One base-36 digit picked uniformly at random (by BVNSArray::randomObject).
 [[nodiscard]] Text randomBase36Char();
 // Most significant digit first; 0 gives the empty text, not "0". 2^64-1 gives "3W5E11264SGSF".
 [[nodiscard]] Text base36StringForValue(std::uint64_t value);
