@@ -10,7 +10,7 @@ cmake -S "$source_dir/tests/install/consumer" -B "$work/build" -G Ninja -DCMAKE_
   -DCMAKE_PREFIX_PATH="$work/prefix" -DCMAKE_CXX_FLAGS="$extra_flags" >/dev/null
 cmake --build "$work/build" >/dev/null
 output=$("$work/build/consumer")
-[[ "$output" == "STRASSE 1" ]] || { echo "unexpected output: $output"; exit 1; }
+[[ "$output" == $'Paris\nZZ' ]] || { echo "unexpected output: $output"; exit 1; }
 PKG_CONFIG_PATH="$work/prefix/lib/pkgconfig:$work/prefix/lib/x86_64-linux-gnu/pkgconfig" \
   pkg-config --libs brevant-cocoa-extensions | grep -q -- -lBrevantCocoaExtensions
 echo "installed package found, built and ran"

@@ -1,11 +1,9 @@
-// Uses the installed headers and library; prints what the install test expects.
-#include <BrevantCocoaExtensions/platform/CharacterSet.hpp>
-#include <BrevantCocoaExtensions/platform/Text.hpp>
-
+// Uses the installed headers and library as the README shows; prints what the install test expects.
+#include <BrevantCocoaExtensions/text/BVNSString.hpp>
 #include <iostream>
 
 int main() {
-    bv::Text answer("Stra\xC3\x9F" "e");
-    std::cout << answer.uppercased() << ' '
-              << bv::CharacterSet::whitespaceCharacterSet().contains(u'\t') << '\n';
+    bv::Text answer("  Paris \r\n");
+    std::cout << bv::BVNSString::trimmedString(answer) << '\n';       // Paris
+    std::cout << bv::BVNSString::base36StringForValue(1295) << '\n';  // ZZ
 }
