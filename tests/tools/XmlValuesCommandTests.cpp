@@ -1,5 +1,5 @@
 // brevant xml-values: NAME<TAB>VALUE lines in the order the names were given, escapes that keep each value
-// on its line, and exit 1 for a file that cannot be read.
+// on its line, and exit 1 for a file that cannot be read or is malformed before a missing name.
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -44,6 +44,15 @@ TEST(XmlValuesCommand, PrintsTheWantedValuesInTheGivenOrder) {
     ToolRun run = brevant("xml-values " + path.string() + " version missing title note version");
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_EQ(run.output, "version\t1.2\ntitle\tA\\tB\\\\C\nnote\tone\\ntwo\n");
+
+    // A fault after the last wanted value does not matter; one before a missing name does.
+    std::ofstream(path, std::ios::trunc) << "<r><a>1</a><b>2</b><broken</r>";
+    run = brevant("xml-values " + path.string() + " a b");
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.output, "a\t1\nb\t2\n");
+    run = brevant("xml-values " + path.string() + " a c");
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(run.output, "a\t1\n");
     std::filesystem::remove(path);
 
     run = brevant("xml-values " + path.string() + " version");
