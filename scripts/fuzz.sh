@@ -24,14 +24,14 @@ build_dir="$root/build/fuzz"
 # Longest input per target: whole files get more room than single lines and short texts.
 max_len_for() {
     case "$1" in
-        csv_file | xml_document | xml_parser) echo 16384 ;;
+        csv_file | xml_document | xml_parser | property_list) echo 16384 ;;
         *) echo 4096 ;;
     esac
 }
 
 dictionary_for() {
     case "$1" in
-        xml_document | xml_parser) echo "$root/tests/fuzz/dict/xml.dict" ;;
+        xml_document | xml_parser | property_list) echo "$root/tests/fuzz/dict/xml.dict" ;;
         entities) echo "$root/tests/fuzz/dict/entities.dict" ;;
         csv_line | csv_file) echo "$root/tests/fuzz/dict/csv.dict" ;;
         *) echo "" ;;

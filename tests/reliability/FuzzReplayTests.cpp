@@ -19,6 +19,7 @@
 #include "fuzz/harness/HexReading.hpp"
 #include "fuzz/harness/NumberReading.hpp"
 #include "fuzz/harness/PlatformBase64.hpp"
+#include "fuzz/harness/PropertyListReading.hpp"
 #include "fuzz/harness/TextUtf8.hpp"
 #include "fuzz/harness/XmlDocument.hpp"
 #include "fuzz/harness/XmlParser.hpp"
@@ -43,6 +44,7 @@ const Target kTargets[] = {
     {"hex", bv::fuzz::hexReading},
     {"number_reading", bv::fuzz::numberReading},
     {"platform_base64", bv::fuzz::platformBase64},
+    {"property_list", bv::fuzz::propertyListReading},
     {"text_utf8", bv::fuzz::textUtf8},
     {"xml_document", bv::fuzz::xmlDocument},
     {"xml_parser", bv::fuzz::xmlParser},
