@@ -146,6 +146,8 @@ struct XMLTreeBuilder {
                 return XMLNode::makeProcessingInstruction(textOf(node->name), textOf(node->content));
             case XML_DTD_NODE: {
                 auto* dtd = reinterpret_cast<xmlDtd*>(node);
+                // Recovery keeps a document type declaration without a name, which cannot be written back.
+                if (dtd->name == nullptr || *dtd->name == 0) return nullptr;
                 return XMLDTDNode::make(textOf(dtd->name), textOf(dtd->ExternalID), textOf(dtd->SystemID),
                                         internalSubsetText(document, dtd));
             }
