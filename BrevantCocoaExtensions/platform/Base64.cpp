@@ -2,6 +2,7 @@
 #include "BrevantCocoaExtensions/platform/Base64.hpp"
 
 #include <array>
+#include <cstring>
 
 namespace bv::base64 {
 
@@ -58,18 +59,27 @@ std::optional<ByteData> decodeUnits(const Unit* units, std::size_t length, bool 
     return out;
 }
 
+// Two output characters for every 12-bit value: one lookup writes half a group.
+template <class Unit>
+struct PairTable {
+    std::array<std::array<Unit, 2>, 4096> pairs{};
+    constexpr PairTable() {
+        for (std::size_t i = 0; i < 4096; ++i)
+            pairs[i] = {static_cast<Unit>(kAlphabet[i >> 6]), static_cast<Unit>(kAlphabet[i & 63])};
+    }
+};
+
 // Writes (length + 2) / 3 * 4 characters through a pointer: appending character by character would cost
 // a capacity check and a terminator per character.
 template <class Unit>
 void encodeUnits(const std::uint8_t* bytes, std::size_t length, Unit* cursor) {
+    static constexpr PairTable<Unit> kPairs;
     std::size_t i = 0;
     for (; i + 3 <= length; i += 3) {
         std::uint32_t group =
             (std::uint32_t{bytes[i]} << 16) | (std::uint32_t{bytes[i + 1]} << 8) | bytes[i + 2];
-        cursor[0] = static_cast<Unit>(kAlphabet[group >> 18]);
-        cursor[1] = static_cast<Unit>(kAlphabet[(group >> 12) & 63]);
-        cursor[2] = static_cast<Unit>(kAlphabet[(group >> 6) & 63]);
-        cursor[3] = static_cast<Unit>(kAlphabet[group & 63]);
+        std::memcpy(cursor, kPairs.pairs[group >> 12].data(), 2 * sizeof(Unit));
+        std::memcpy(cursor + 2, kPairs.pairs[group & 0xFFF].data(), 2 * sizeof(Unit));
         cursor += 4;
     }
     if (std::size_t rest = length - i; rest != 0) {
