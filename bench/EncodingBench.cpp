@@ -11,8 +11,8 @@
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
-#include <string_view>
 #include <openssl/evp.h>
+#include <string_view>
 
 #include <array>
 #include <random>
@@ -207,7 +207,8 @@ BENCHMARK(BM_HexDecode_PlainLoop)->Arg(kLarge)->Arg(kSmall)->Unit(benchmark::kMi
 // both sides alike and hides the difference). Run with --fresh-pages to measure with page faults included.
 int main(int argc, char** argv) {
     bool freshPages = false;
-    for (int i = 1; i < argc; ++i) freshPages = freshPages || std::string_view(argv[i]) == "--fresh-pages";
+    for (int i = 1; i < argc; ++i)
+        freshPages = freshPages || std::string_view(argv[i]) == "--fresh-pages";
     if (!freshPages) {
         mallopt(M_MMAP_THRESHOLD, 1 << 30);
         mallopt(M_TRIM_THRESHOLD, 1 << 30);

@@ -11,12 +11,12 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 python3 - "$count" "$work/answers.txt" <<'PY'
 import random, sys
-random.seed(1)
+rng = random.Random(1)
 words = ["answer%d" % i for i in range(5000)]
 with open(sys.argv[2], "w") as out:
     for _ in range(int(sys.argv[1])):
-        word = random.choice(words)
-        out.write((word.upper() if random.random() < 0.3 else word) + "\n")
+        word = rng.choice(words)
+        out.write((word.upper() if rng.random() < 0.3 else word) + "\n")
 PY
 echo "answers: $count ($(du -h "$work/answers.txt" | cut -f1))"
 measure() {

@@ -67,7 +67,8 @@ bool isAscii(const ByteData& bytes) {
         std::memcpy(&word, bytes.data() + i, sizeof word);
         seen |= word;
     }
-    for (; i < bytes.size(); ++i) seen |= bytes[i];
+    for (; i < bytes.size(); ++i)
+        seen |= bytes[i];
     return (seen & kHighBits) == 0;
 }
 

@@ -36,6 +36,8 @@ AlertRecorder::AlertRecorder(int answer) {
     });
 }
 
-AlertRecorder::~AlertRecorder() { AlertCenter::setPresenter(std::move(previous_)); }
+AlertRecorder::~AlertRecorder() {
+    AlertCenter::setPresenter(std::move(previous_));
+}
 
 }  // namespace bv

@@ -23,7 +23,7 @@ struct Alert {
 };
 
 class AlertCenter {
-public:
+  public:
     using Presenter = std::function<int(const Alert&)>;
 
     // Shows the alert and answers the index of the chosen button.
@@ -35,7 +35,7 @@ public:
 // Records every alert shown while it lives and answers `answer` to each; restores the previous
 // presenter when destroyed.
 class AlertRecorder {
-public:
+  public:
     explicit AlertRecorder(int answer = 0);
     ~AlertRecorder();
     AlertRecorder(const AlertRecorder&) = delete;
@@ -43,7 +43,7 @@ public:
 
     [[nodiscard]] const std::vector<Alert>& alerts() const noexcept { return alerts_; }
 
-private:
+  private:
     std::vector<Alert> alerts_;
     AlertCenter::Presenter previous_;
 };

@@ -12,7 +12,9 @@ namespace bv::base64 {
 
 // Standard Base64 with padding and no line breaks.
 [[nodiscard]] std::string encode(const std::uint8_t* bytes, std::size_t length);
-[[nodiscard]] inline std::string encode(const ByteData& data) { return encode(data.data(), data.size()); }
+[[nodiscard]] inline std::string encode(const ByteData& data) {
+    return encode(data.data(), data.size());
+}
 // The same Base64 written as UTF-16 code units at `out`, which has room for (length + 2) / 3 * 4 of them.
 void encodeInto(const std::uint8_t* bytes, std::size_t length, char16_t* out);
 

@@ -18,7 +18,9 @@ Bits unitsInCategories(uint32_t categoryMask) {
     return bits;
 }
 
-std::shared_ptr<const Bits> makeShared(Bits bits) { return std::make_shared<const Bits>(bits); }
+std::shared_ptr<const Bits> makeShared(Bits bits) {
+    return std::make_shared<const Bits>(bits);
+}
 
 }  // namespace
 
@@ -34,7 +36,8 @@ CharacterSet CharacterSet::whitespaceCharacterSet() {
 CharacterSet CharacterSet::whitespaceAndNewlineCharacterSet() {
     static const auto bits = [] {
         Bits b = unitsInCategories(U_GC_Z_MASK);
-        for (char16_t c = 0x09; c <= 0x0D; ++c) b.set(c);
+        for (char16_t c = 0x09; c <= 0x0D; ++c)
+            b.set(c);
         b.set(0x85);
         return makeShared(b);
     }();
@@ -44,7 +47,8 @@ CharacterSet CharacterSet::whitespaceAndNewlineCharacterSet() {
 CharacterSet CharacterSet::newlineCharacterSet() {
     static const auto bits = [] {
         Bits b = unitsInCategories(U_GC_ZL_MASK | U_GC_ZP_MASK);
-        for (char16_t c = 0x0A; c <= 0x0D; ++c) b.set(c);
+        for (char16_t c = 0x0A; c <= 0x0D; ++c)
+            b.set(c);
         b.set(0x85);
         return makeShared(b);
     }();
@@ -84,7 +88,8 @@ CharacterSet CharacterSet::fromCharactersInText(const Text& text) {
 
 void CharacterSet::addCharactersInText(const Text& text) {
     Bits& bits = mutableBits();
-    for (char16_t unit : text.units()) bits.set(unit);
+    for (char16_t unit : text.units())
+        bits.set(unit);
 }
 
 CharacterSet::Bits& CharacterSet::mutableBits() {

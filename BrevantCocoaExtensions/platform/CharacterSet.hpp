@@ -13,7 +13,7 @@
 namespace bv {
 
 class CharacterSet {
-public:
+  public:
     CharacterSet() : bits_(std::make_shared<Bits>()) {}
 
     // Unicode general category Zs, and U+0009.
@@ -46,9 +46,10 @@ public:
 
     friend bool operator==(const CharacterSet& a, const CharacterSet& b) { return *a.bits_ == *b.bits_; }
 
-private:
+  private:
     using Bits = std::bitset<0x10000>;
-    explicit CharacterSet(std::shared_ptr<const Bits> bits) : bits_(std::const_pointer_cast<Bits>(std::move(bits))) {}
+    explicit CharacterSet(std::shared_ptr<const Bits> bits)
+        : bits_(std::const_pointer_cast<Bits>(std::move(bits))) {}
     Bits& mutableBits();  // copies the bitmap first when it is shared (copy on write)
 
     std::shared_ptr<Bits> bits_;

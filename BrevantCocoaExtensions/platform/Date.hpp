@@ -6,7 +6,7 @@
 namespace bv {
 
 class Date {
-public:
+  public:
     // Seconds between 1970-01-01 and the platform's reference date 2001-01-01 (both UTC).
     static constexpr double kReferenceDateOffset = 978307200.0;
 
@@ -27,7 +27,7 @@ public:
     friend constexpr bool operator==(const Date&, const Date&) = default;
     friend constexpr auto operator<=>(const Date&, const Date&) = default;
 
-private:
+  private:
     constexpr explicit Date(double seconds) : seconds_(seconds) {}
     double seconds_ = 0.0;
 };

@@ -5,7 +5,8 @@
 
 namespace bv {
 
-InternalInconsistencyException::InternalInconsistencyException(std::string operation, std::string objectDescription,
+InternalInconsistencyException::InternalInconsistencyException(std::string operation,
+                                                               std::string objectDescription,
                                                                std::string fileStem, int line,
                                                                std::string description)
     : NamedException("NSInternalInconsistencyException", description),

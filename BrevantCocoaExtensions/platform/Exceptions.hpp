@@ -1,8 +1,9 @@
 // The library's exceptions. Each carries a name (as the platform's exceptions do) and a reason.
 //
 // RangeException is also a std::out_of_range, so callers that only know the standard library can catch
-// it; the others are std::runtime_errors. InternalInconsistencyException is what the assertion handler raises; it carries the operation,
-// the object's description, the source file stem, the line and the description of the failed check.
+// it; the others are std::runtime_errors. InternalInconsistencyException is what the assertion handler
+// raises; it carries the operation, the object's description, the source file stem, the line and the
+// description of the failed check.
 #pragma once
 
 #include <stdexcept>
@@ -14,21 +15,21 @@ namespace bv {
 // Each concrete exception is also exactly one standard exception (std::out_of_range for a range error,
 // std::runtime_error otherwise), so `catch (const std::exception&)` catches them all unambiguously.
 class Exception {
-public:
+  public:
     explicit Exception(std::string name) : name_(std::move(name)) {}
     virtual ~Exception() = default;
     [[nodiscard]] const std::string& name() const noexcept { return name_; }
     [[nodiscard]] virtual const char* what() const noexcept = 0;
     [[nodiscard]] std::string reason() const { return what(); }
 
-private:
+  private:
     std::string name_;
 };
 
 namespace detail {
 template <class StandardBase>
 class NamedException : public StandardBase, public Exception {
-public:
+  public:
     NamedException(std::string name, const std::string& reason)
         : StandardBase(reason), Exception(std::move(name)) {}
     [[nodiscard]] const char* what() const noexcept override { return StandardBase::what(); }
@@ -37,27 +38,27 @@ public:
 
 // An index or range outside the bounds of a text, list or buffer.
 class RangeException : public detail::NamedException<std::out_of_range> {
-public:
+  public:
     explicit RangeException(const std::string& reason) : NamedException("NSRangeException", reason) {}
 };
 
 // An argument the operation cannot work with.
 class InvalidArgumentException : public detail::NamedException<std::runtime_error> {
-public:
+  public:
     explicit InvalidArgumentException(const std::string& reason)
         : NamedException("NSInvalidArgumentException", reason) {}
 };
 
 // A value kind asked for a conversion it does not have.
 class UnrecognizedOperationException : public detail::NamedException<std::runtime_error> {
-public:
+  public:
     explicit UnrecognizedOperationException(const std::string& reason)
         : NamedException("NSInvalidArgumentException", "unrecognized selector sent to instance: " + reason) {}
 };
 
 // Raised by the assertion handler when an argument check fails.
 class InternalInconsistencyException : public detail::NamedException<std::runtime_error> {
-public:
+  public:
     explicit InternalInconsistencyException(const std::string& reason)
         : NamedException("NSInternalInconsistencyException", reason) {}
     InternalInconsistencyException(std::string operation, std::string objectDescription, std::string fileStem,
@@ -69,7 +70,7 @@ public:
     [[nodiscard]] int line() const noexcept { return line_; }
     [[nodiscard]] const std::string& description() const noexcept { return description_; }
 
-private:
+  private:
     std::string operation_;
     std::string objectDescription_;
     std::string fileStem_;

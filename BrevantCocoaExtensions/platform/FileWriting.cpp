@@ -45,7 +45,8 @@ bool writeAtomically(const std::string& path, const void* bytes, std::size_t len
     std::filesystem::path target(path);
     std::string hidden = ".";
     hidden.append(target.filename().string()).append(".XXXXXX");
-    std::string pattern = (target.parent_path().empty() ? std::filesystem::path(".") : target.parent_path()) / hidden;
+    std::string pattern =
+        (target.parent_path().empty() ? std::filesystem::path(".") : target.parent_path()) / hidden;
     int descriptor = ::mkstemp(pattern.data());
     if (descriptor < 0) return fail(error, path, errno);
     ::fchmod(descriptor, 0644);

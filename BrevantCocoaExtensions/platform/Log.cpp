@@ -21,6 +21,8 @@ void log(const std::string& line) {
     std::fprintf(stderr, "%s\n", line.c_str());
 }
 
-LogSink setLogSink(LogSink sink) { return std::exchange(currentSink(), std::move(sink)); }
+LogSink setLogSink(LogSink sink) {
+    return std::exchange(currentSink(), std::move(sink));
+}
 
 }  // namespace bv

@@ -16,11 +16,14 @@ namespace {
 std::size_t skipWhitespace(const std::u16string& units) {
     static const CharacterSet kWhitespace = CharacterSet::whitespaceAndNewlineCharacterSet();
     std::size_t i = 0;
-    while (i < units.size() && kWhitespace.contains(units[i])) ++i;
+    while (i < units.size() && kWhitespace.contains(units[i]))
+        ++i;
     return i;
 }
 
-bool isDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
+bool isDigit(char16_t unit) {
+    return unit >= u'0' && unit <= u'9';
+}
 
 // Optional sign and decimal digits after leading white space, saturating at the given bounds.
 std::int64_t readDecimal(const Text& text, std::int64_t low, std::int64_t high) {
@@ -50,12 +53,13 @@ bool boolValue(const Text& text) {
 }
 
 std::int32_t intValue(const Text& text) {
-    return static_cast<std::int32_t>(
-        readDecimal(text, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()));
+    return static_cast<std::int32_t>(readDecimal(text, std::numeric_limits<std::int32_t>::min(),
+                                                 std::numeric_limits<std::int32_t>::max()));
 }
 
 std::int64_t integerValue(const Text& text) {
-    return readDecimal(text, std::numeric_limits<std::int64_t>::min(), std::numeric_limits<std::int64_t>::max());
+    return readDecimal(text, std::numeric_limits<std::int64_t>::min(),
+                       std::numeric_limits<std::int64_t>::max());
 }
 
 double doubleValue(const Text& text) {
@@ -67,7 +71,8 @@ double doubleValue(const Text& text) {
         ++i;
     }
     auto takeDigits = [&] {
-        while (i < units.size() && isDigit(units[i])) ascii += static_cast<char>(units[i++]);
+        while (i < units.size() && isDigit(units[i]))
+            ascii += static_cast<char>(units[i++]);
     };
     takeDigits();
     if (i < units.size() && units[i] == u'.') {
@@ -80,7 +85,8 @@ double doubleValue(const Text& text) {
         std::size_t resume = i;
         ascii += 'e';
         ++i;
-        if (i < units.size() && (units[i] == u'+' || units[i] == u'-')) ascii += static_cast<char>(units[i++]);
+        if (i < units.size() && (units[i] == u'+' || units[i] == u'-'))
+            ascii += static_cast<char>(units[i++]);
         std::size_t before = ascii.size();
         takeDigits();
         if (ascii.size() == before) {  // an "e" without digits is not part of the number
@@ -93,11 +99,17 @@ double doubleValue(const Text& text) {
     return value;
 }
 
-float floatValue(const Text& text) { return static_cast<float>(doubleValue(text)); }
+float floatValue(const Text& text) {
+    return static_cast<float>(doubleValue(text));
+}
 
-std::int64_t longValue(const Text& text) { return longLongValue(text); }
+std::int64_t longValue(const Text& text) {
+    return longLongValue(text);
+}
 
-std::uint64_t unsignedLongValue(const Text& text) { return unsignedLongLongValue(text); }
+std::uint64_t unsignedLongValue(const Text& text) {
+    return unsignedLongLongValue(text);
+}
 
 std::int64_t longLongValue(const Text& text) {
     std::string utf8 = text.toUtf8();

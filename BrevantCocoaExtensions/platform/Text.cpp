@@ -19,7 +19,8 @@ namespace {
 const icu::Normalizer2& nfd() {
     UErrorCode status = U_ZERO_ERROR;
     const icu::Normalizer2* normalizer = icu::Normalizer2::getNFDInstance(status);
-    if (U_FAILURE(status) || normalizer == nullptr) throw InternalInconsistencyException("ICU NFD data missing");
+    if (U_FAILURE(status) || normalizer == nullptr)
+        throw InternalInconsistencyException("ICU NFD data missing");
     return *normalizer;
 }
 
@@ -63,8 +64,8 @@ std::u16string mapCase(std::u16string_view units, CaseMapper mapper) {
     for (int attempt = 0; attempt < 2; ++attempt) {
         UErrorCode status = U_ZERO_ERROR;
         int32_t length = mapper(reinterpret_cast<UChar*>(out.data()), static_cast<int32_t>(out.size()),
-                                reinterpret_cast<const UChar*>(units.data()), static_cast<int32_t>(units.size()),
-                                "", &status);
+                                reinterpret_cast<const UChar*>(units.data()),
+                                static_cast<int32_t>(units.size()), "", &status);
         if (status == U_BUFFER_OVERFLOW_ERROR) {
             out.assign(static_cast<std::size_t>(length), u'\0');
             continue;
@@ -164,8 +165,8 @@ Text::Text(std::string_view utf8) {
     units_.resize(utf8.size());
     int32_t length = 0;
     UErrorCode status = U_ZERO_ERROR;
-    u_strFromUTF8WithSub(reinterpret_cast<UChar*>(units_.data()), static_cast<int32_t>(units_.size()), &length,
-                         utf8.data(), static_cast<int32_t>(utf8.size()), 0xFFFD, nullptr, &status);
+    u_strFromUTF8WithSub(reinterpret_cast<UChar*>(units_.data()), static_cast<int32_t>(units_.size()),
+                         &length, utf8.data(), static_cast<int32_t>(utf8.size()), 0xFFFD, nullptr, &status);
     if (U_FAILURE(status)) {
         units_.clear();
         return;
@@ -186,8 +187,8 @@ std::string Text::toUtf8() const {
     int32_t length = 0;
     UErrorCode status = U_ZERO_ERROR;
     u_strToUTF8WithSub(out.data(), static_cast<int32_t>(out.size()), &length,
-                       reinterpret_cast<const UChar*>(units_.data()), static_cast<int32_t>(units_.size()), 0xFFFD,
-                       nullptr, &status);
+                       reinterpret_cast<const UChar*>(units_.data()), static_cast<int32_t>(units_.size()),
+                       0xFFFD, nullptr, &status);
     if (U_FAILURE(status)) return {};
     out.resize(static_cast<std::size_t>(length));
     return out;
@@ -239,16 +240,28 @@ Range Text::find(const Text& needle, CompareMode mode, std::size_t from) const {
     return found;
 }
 
-Text Text::uppercased() const { return Text(mapCase(units_, u_strToUpper)); }
+Text Text::uppercased() const {
+    return Text(mapCase(units_, u_strToUpper));
+}
 
-Text Text::lowercased() const { return Text(mapCase(units_, u_strToLower)); }
+Text Text::lowercased() const {
+    return Text(mapCase(units_, u_strToLower));
+}
 
-Text Text::caseFolded() const { return Text(foldCase(units_)); }
+Text Text::caseFolded() const {
+    return Text(foldCase(units_));
+}
 
-Text Text::canonicalDecomposition() const { return Text(normalizeNfd(units_)); }
+Text Text::canonicalDecomposition() const {
+    return Text(normalizeNfd(units_));
+}
 
-Text Text::comparisonKey(CompareMode mode) const { return Text(keyOf(units_, mode)); }
+Text Text::comparisonKey(CompareMode mode) const {
+    return Text(keyOf(units_, mode));
+}
 
-std::ostream& operator<<(std::ostream& out, const Text& text) { return out << text.toUtf8(); }
+std::ostream& operator<<(std::ostream& out, const Text& text) {
+    return out << text.toUtf8();
+}
 
 }  // namespace bv

@@ -34,14 +34,14 @@ struct Range {
 enum class CompareMode { Literal, Default, CaseInsensitive };
 
 class Text {
-public:
+  public:
     Text() = default;
-    Text(const char* utf8) : Text(std::string_view(utf8)) {}  // NOLINT: implicit by design
-    Text(std::string_view utf8);                               // NOLINT: implicit by design
+    Text(const char* utf8) : Text(std::string_view(utf8)) {}         // NOLINT: implicit by design
+    Text(std::string_view utf8);                                     // NOLINT: implicit by design
     Text(const std::string& utf8) : Text(std::string_view(utf8)) {}  // NOLINT
     Text(std::u16string units) : units_(std::move(units)) {}         // NOLINT
-    Text(const char16_t* units) : units_(units) {}                    // NOLINT
-    Text(std::u16string_view units) : units_(units) {}                // NOLINT
+    Text(const char16_t* units) : units_(units) {}                   // NOLINT
+    Text(std::u16string_view units) : units_(units) {}               // NOLINT
 
     // A text of one code unit (any value, also 0).
     [[nodiscard]] static Text fromUnit(char16_t unit) { return Text(std::u16string(1, unit)); }
@@ -108,7 +108,7 @@ public:
     // (Default) or NFD of its case-folded NFD form (CaseInsensitive). Use it to index texts by mode.
     [[nodiscard]] Text comparisonKey(CompareMode mode) const;
 
-private:
+  private:
     std::u16string units_;
 };
 
@@ -119,5 +119,7 @@ std::ostream& operator<<(std::ostream& out, const Text& text);
 
 template <>
 struct std::hash<bv::Text> {
-    std::size_t operator()(const bv::Text& text) const noexcept { return std::hash<std::u16string>{}(text.units()); }
+    std::size_t operator()(const bv::Text& text) const noexcept {
+        return std::hash<std::u16string>{}(text.units());
+    }
 };

@@ -15,19 +15,32 @@ namespace {
 
 const char* converterName(TextEncoding encoding) {
     switch (encoding) {
-        case TextEncoding::ASCII: return "US-ASCII";
-        case TextEncoding::UTF8: return "UTF-8";
-        case TextEncoding::ISOLatin1: return "ISO-8859-1";
-        case TextEncoding::UTF16: return "UTF-16";
-        case TextEncoding::WindowsCP1251: return "windows-1251";
-        case TextEncoding::WindowsCP1252: return "windows-1252";
-        case TextEncoding::WindowsCP1250: return "windows-1250";
-        case TextEncoding::MacOSRoman: return "macos-0_2-10.2";
-        case TextEncoding::UTF16BigEndian: return "UTF-16BE";
-        case TextEncoding::UTF16LittleEndian: return "UTF-16LE";
-        case TextEncoding::UTF32: return "UTF-32";
-        case TextEncoding::UTF32BigEndian: return "UTF-32BE";
-        case TextEncoding::UTF32LittleEndian: return "UTF-32LE";
+        case TextEncoding::ASCII:
+            return "US-ASCII";
+        case TextEncoding::UTF8:
+            return "UTF-8";
+        case TextEncoding::ISOLatin1:
+            return "ISO-8859-1";
+        case TextEncoding::UTF16:
+            return "UTF-16";
+        case TextEncoding::WindowsCP1251:
+            return "windows-1251";
+        case TextEncoding::WindowsCP1252:
+            return "windows-1252";
+        case TextEncoding::WindowsCP1250:
+            return "windows-1250";
+        case TextEncoding::MacOSRoman:
+            return "macos-0_2-10.2";
+        case TextEncoding::UTF16BigEndian:
+            return "UTF-16BE";
+        case TextEncoding::UTF16LittleEndian:
+            return "UTF-16LE";
+        case TextEncoding::UTF32:
+            return "UTF-32";
+        case TextEncoding::UTF32BigEndian:
+            return "UTF-32BE";
+        case TextEncoding::UTF32LittleEndian:
+            return "UTF-32LE";
     }
     return nullptr;
 }
@@ -107,10 +120,9 @@ std::optional<ByteData> encodeText(const Text& text, TextEncoding encoding) {
     if (!converter) return std::nullopt;
     ByteData bytes(text.length() * 4 + 8);
     UErrorCode status = U_ZERO_ERROR;
-    int32_t written = ucnv_fromUChars(converter.get(), reinterpret_cast<char*>(bytes.data()),
-                                      static_cast<int32_t>(bytes.size()),
-                                      reinterpret_cast<const UChar*>(text.units().data()),
-                                      static_cast<int32_t>(text.length()), &status);
+    int32_t written = ucnv_fromUChars(
+        converter.get(), reinterpret_cast<char*>(bytes.data()), static_cast<int32_t>(bytes.size()),
+        reinterpret_cast<const UChar*>(text.units().data()), static_cast<int32_t>(text.length()), &status);
     if (U_FAILURE(status)) return std::nullopt;
     bytes.resize(static_cast<std::size_t>(written));
     return bytes;

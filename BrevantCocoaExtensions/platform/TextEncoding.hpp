@@ -28,7 +28,8 @@ enum class TextEncoding : std::uint32_t {
 };
 
 // Decodes bytes; nullopt when any byte sequence is not valid in the encoding.
-[[nodiscard]] std::optional<Text> decodeText(const std::uint8_t* bytes, std::size_t length, TextEncoding encoding);
+[[nodiscard]] std::optional<Text> decodeText(const std::uint8_t* bytes, std::size_t length,
+                                             TextEncoding encoding);
 [[nodiscard]] inline std::optional<Text> decodeText(const ByteData& data, TextEncoding encoding) {
     return decodeText(data.data(), data.size(), encoding);
 }

@@ -26,8 +26,8 @@ std::uint64_t truncateToUint64(double value) {
     return static_cast<std::uint64_t>(value);
 }
 
-std::size_t mix(std::size_t seed, std::size_t value) {
-    return seed ^ (value + 0x9e3779b97f4a7c15ULL + (seed << 6) + (seed >> 2));
+std::size_t mix(std::size_t hashSoFar, std::size_t value) {
+    return hashSoFar ^ (value + 0x9e3779b97f4a7c15ULL + (hashSoFar << 6) + (hashSoFar >> 2));
 }
 
 std::string hexBytes(const ByteData& data) {
@@ -45,7 +45,9 @@ std::string hexBytes(const ByteData& data) {
 
 // --- Number ------------------------------------------------------------------------------------------
 
-Number Number::uint64(std::uint64_t value) { return Number(Kind::UInt64, static_cast<std::int64_t>(value)); }
+Number Number::uint64(std::uint64_t value) {
+    return Number(Kind::UInt64, static_cast<std::int64_t>(value));
+}
 
 Number Number::float32(float value) {
     Number number(Kind::Float, 0);
@@ -59,9 +61,13 @@ Number Number::float64(double value) {
     return number;
 }
 
-bool Number::boolValue() const noexcept { return isFloating() ? floating_ != 0.0 : integer_ != 0; }
+bool Number::boolValue() const noexcept {
+    return isFloating() ? floating_ != 0.0 : integer_ != 0;
+}
 
-std::int64_t Number::int64Value() const noexcept { return isFloating() ? truncateToInt64(floating_) : integer_; }
+std::int64_t Number::int64Value() const noexcept {
+    return isFloating() ? truncateToInt64(floating_) : integer_;
+}
 
 std::uint64_t Number::uint64Value() const noexcept {
     return isFloating() ? truncateToUint64(floating_) : static_cast<std::uint64_t>(integer_);
@@ -103,7 +109,8 @@ int Number::compare(const Number& other) const noexcept {
     bool bBig = other.kind_ == Kind::UInt64 && other.integer_ < 0;
     if (aBig || bBig) {
         if (aBig != bBig) return aBig ? 1 : -1;
-        std::uint64_t a = static_cast<std::uint64_t>(integer_), b = static_cast<std::uint64_t>(other.integer_);
+        std::uint64_t a = static_cast<std::uint64_t>(integer_),
+                      b = static_cast<std::uint64_t>(other.integer_);
         return (a > b) - (a < b);
     }
     return (integer_ > other.integer_) - (integer_ < other.integer_);
@@ -128,7 +135,9 @@ Text Object::description() const {
     return Text(buffer);
 }
 
-std::optional<Value> Object::valueForKey(const Text&) const { return std::nullopt; }
+std::optional<Value> Object::valueForKey(const Text&) const {
+    return std::nullopt;
+}
 
 void Object::setValueForKey(const Value&, const Text& key) {
     throw UnrecognizedOperationException("this object is not key value coding-compliant for the key " +
@@ -169,7 +178,8 @@ Text Value::description() const {
         }
         Text operator()(const ValueDictionary& dictionary) const {
             Text out("{");
-            for (const auto& [key, value] : dictionary) out += key + Text(" = ") + value.description() + Text("; ");
+            for (const auto& [key, value] : dictionary)
+                out += key + Text(" = ") + value.description() + Text("; ");
             return out + Text("}");
         }
         Text operator()(const Point& p) const { return format("{%g, %g}", p.x, p.y); }
@@ -196,10 +206,12 @@ Text Value::description() const {
     return std::visit(Describe{}, storage_);
 }
 
-bool operator==(const Value& a, const Value& b) { return a.storage_ == b.storage_; }
+bool operator==(const Value& a, const Value& b) {
+    return a.storage_ == b.storage_;
+}
 
 std::size_t Value::hash() const noexcept {
-    std::size_t seed = storage_.index();
+    std::size_t kindHash = storage_.index();
     struct Hash {
         std::size_t operator()(std::monostate) const { return 0; }
         std::size_t operator()(const Text& text) const { return std::hash<Text>{}(text); }
@@ -213,25 +225,26 @@ std::size_t Value::hash() const noexcept {
         }
         std::size_t operator()(const ValueArray& array) const { return array.size(); }
         std::size_t operator()(const ValueDictionary& dictionary) const { return dictionary.size(); }
-        std::size_t operator()(const Point& p) const { return mix(std::hash<double>{}(p.x), std::hash<double>{}(p.y)); }
+        std::size_t operator()(const Point& p) const {
+            return mix(std::hash<double>{}(p.x), std::hash<double>{}(p.y));
+        }
         std::size_t operator()(const Size& s) const {
             return mix(std::hash<double>{}(s.width), std::hash<double>{}(s.height));
         }
         std::size_t operator()(const Range& r) const { return mix(r.location, r.length); }
-        std::size_t operator()(const Rect& r) const {
-            return mix((*this)(r.origin), (*this)(r.size));
-        }
+        std::size_t operator()(const Rect& r) const { return mix((*this)(r.origin), (*this)(r.size)); }
         std::size_t operator()(const std::shared_ptr<Object>& object) const {
             return std::hash<const void*>{}(object.get());
         }
     };
-    return mix(seed, std::visit(Hash{}, storage_));
+    return mix(kindHash, std::visit(Hash{}, storage_));
 }
 
 // --- ValueCountedSet ---------------------------------------------------------------------------------
 
 ValueCountedSet::ValueCountedSet(const ValueArray& values) {
-    for (const Value& value : values) add(value);
+    for (const Value& value : values)
+        add(value);
 }
 
 void ValueCountedSet::add(const Value& value, std::size_t occurrences) {
@@ -251,7 +264,8 @@ void ValueCountedSet::remove(const Value& value) {
     if (--entries_[position].count != 0) return;
     index_.erase(found);
     entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(position));
-    for (std::size_t i = position; i < entries_.size(); ++i) index_[entries_[i].value] = i;
+    for (std::size_t i = position; i < entries_.size(); ++i)
+        index_[entries_[i].value] = i;
 }
 
 std::size_t ValueCountedSet::countFor(const Value& value) const {
@@ -262,7 +276,8 @@ std::size_t ValueCountedSet::countFor(const Value& value) const {
 ValueArray ValueCountedSet::allObjects() const {
     ValueArray values;
     values.reserve(entries_.size());
-    for (const Entry& entry : entries_) values.push_back(entry.value);
+    for (const Entry& entry : entries_)
+        values.push_back(entry.value);
     return values;
 }
 

@@ -52,7 +52,7 @@ struct Rect {
 // values (saturating instead of undefined when out of range; NaN reads as 0), wrap-around to narrower
 // integers.
 class Number {
-public:
+  public:
     enum class Kind { Bool, Int8, UInt8, Int16, UInt16, Int32, UInt32, Int64, UInt64, Float, Double };
 
     Number() = default;
@@ -60,9 +60,13 @@ public:
     [[nodiscard]] static Number int8(std::int8_t value) { return Number(Kind::Int8, std::int64_t{value}); }
     [[nodiscard]] static Number uint8(std::uint8_t value) { return Number(Kind::UInt8, std::int64_t{value}); }
     [[nodiscard]] static Number int16(std::int16_t value) { return Number(Kind::Int16, std::int64_t{value}); }
-    [[nodiscard]] static Number uint16(std::uint16_t value) { return Number(Kind::UInt16, std::int64_t{value}); }
+    [[nodiscard]] static Number uint16(std::uint16_t value) {
+        return Number(Kind::UInt16, std::int64_t{value});
+    }
     [[nodiscard]] static Number int32(std::int32_t value) { return Number(Kind::Int32, std::int64_t{value}); }
-    [[nodiscard]] static Number uint32(std::uint32_t value) { return Number(Kind::UInt32, std::int64_t{value}); }
+    [[nodiscard]] static Number uint32(std::uint32_t value) {
+        return Number(Kind::UInt32, std::int64_t{value});
+    }
     [[nodiscard]] static Number int64(std::int64_t value) { return Number(Kind::Int64, value); }
     [[nodiscard]] static Number uint64(std::uint64_t value);
     [[nodiscard]] static Number float32(float value);
@@ -90,7 +94,7 @@ public:
     friend bool operator==(const Number& a, const Number& b) noexcept { return a.compare(b) == 0; }
     [[nodiscard]] std::size_t hash() const noexcept;
 
-private:
+  private:
     Number(Kind kind, std::int64_t value) : kind_(kind), integer_(value) {}
     Kind kind_ = Kind::Int32;
     std::int64_t integer_ = 0;  // signed kinds, booleans, and UInt64 stored as its bit pattern
@@ -100,7 +104,7 @@ private:
 // Behaviour shared by the library's objects that live inside Values by identity: a description and
 // key-value access (the list controller and sort helpers read values for keys through it).
 class Object {
-public:
+  public:
     virtual ~Object() = default;
     [[nodiscard]] virtual Text description() const;
     // The value under a key, or nullopt when the object has no such key.
@@ -110,32 +114,32 @@ public:
 };
 
 class Value {
-public:
-    using Storage = std::variant<std::monostate, Text, Number, Date, ByteData, ValueArray, ValueDictionary, Point,
-                                 Size, Range, Rect, std::shared_ptr<Object>>;
+  public:
+    using Storage = std::variant<std::monostate, Text, Number, Date, ByteData, ValueArray, ValueDictionary,
+                                 Point, Size, Range, Rect, std::shared_ptr<Object>>;
 
     Value() = default;
-    Value(std::nullptr_t) {}                                  // NOLINT: implicit by design
-    Value(Text text) : storage_(std::move(text)) {}           // NOLINT
-    Value(const char* utf8) : storage_(Text(utf8)) {}         // NOLINT
-    Value(Number number) : storage_(number) {}                // NOLINT
-    Value(Date date) : storage_(date) {}                      // NOLINT
-    Value(ByteData data) : storage_(std::move(data)) {}       // NOLINT
-    Value(ValueArray array) : storage_(std::move(array)) {}   // NOLINT
-    Value(ValueDictionary dictionary);                         // NOLINT
-    Value(Point point) : storage_(point) {}                   // NOLINT
-    Value(Size size) : storage_(size) {}                      // NOLINT
-    Value(Range range) : storage_(range) {}                   // NOLINT
-    Value(Rect rect) : storage_(rect) {}                      // NOLINT
-    Value(std::shared_ptr<Object> object);                    // NOLINT
+    Value(std::nullptr_t) {}                                 // NOLINT: implicit by design
+    Value(Text text) : storage_(std::move(text)) {}          // NOLINT
+    Value(const char* utf8) : storage_(Text(utf8)) {}        // NOLINT
+    Value(Number number) : storage_(number) {}               // NOLINT
+    Value(Date date) : storage_(date) {}                     // NOLINT
+    Value(ByteData data) : storage_(std::move(data)) {}      // NOLINT
+    Value(ValueArray array) : storage_(std::move(array)) {}  // NOLINT
+    Value(ValueDictionary dictionary);                       // NOLINT
+    Value(Point point) : storage_(point) {}                  // NOLINT
+    Value(Size size) : storage_(size) {}                     // NOLINT
+    Value(Range range) : storage_(range) {}                  // NOLINT
+    Value(Rect rect) : storage_(rect) {}                     // NOLINT
+    Value(std::shared_ptr<Object> object);                   // NOLINT
     // Convenience number constructors keep the C++ kind: bool, int (32-bit), int64, uint64, double.
-    Value(bool value) : storage_(Number::boolean(value)) {}             // NOLINT
-    Value(int value) : storage_(Number::int32(value)) {}                // NOLINT
-    Value(long value) : storage_(Number::int64(value)) {}               // NOLINT
-    Value(long long value) : storage_(Number::int64(value)) {}          // NOLINT
-    Value(unsigned long value) : storage_(Number::uint64(value)) {}     // NOLINT
+    Value(bool value) : storage_(Number::boolean(value)) {}               // NOLINT
+    Value(int value) : storage_(Number::int32(value)) {}                  // NOLINT
+    Value(long value) : storage_(Number::int64(value)) {}                 // NOLINT
+    Value(long long value) : storage_(Number::int64(value)) {}            // NOLINT
+    Value(unsigned long value) : storage_(Number::uint64(value)) {}       // NOLINT
     Value(unsigned long long value) : storage_(Number::uint64(value)) {}  // NOLINT
-    Value(double value) : storage_(Number::float64(value)) {}           // NOLINT
+    Value(double value) : storage_(Number::float64(value)) {}             // NOLINT
 
     [[nodiscard]] bool isNull() const noexcept { return std::holds_alternative<std::monostate>(storage_); }
     [[nodiscard]] const Storage& storage() const noexcept { return storage_; }
@@ -167,13 +171,13 @@ public:
     friend bool operator==(const Value& a, const Value& b);
     [[nodiscard]] std::size_t hash() const noexcept;
 
-private:
+  private:
     Storage storage_;
 };
 
 // Distinct values with an occurrence count of at least 1 each, enumerated in first-insertion order.
 class ValueCountedSet {
-public:
+  public:
     struct Entry {
         Value value;
         std::size_t count = 0;
@@ -196,7 +200,7 @@ public:
     [[nodiscard]] const std::vector<Entry>& entries() const noexcept { return entries_; }
     [[nodiscard]] ValueArray allObjects() const;
 
-private:
+  private:
     struct ValueHash {
         std::size_t operator()(const Value& value) const noexcept { return value.hash(); }
     };
