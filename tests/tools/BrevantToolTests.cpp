@@ -193,4 +193,60 @@ TEST(BrevantDemo, RunsTheMainRoadsAndLeavesNothingBehind) {
     fs::remove_all(scratch);
 }
 
+TEST(BrevantBase36, WritesAndReadsBase36AndRejectsOtherValues) {
+    ToolRun run = brevant("base36 18446744073709551615 35 36 0");
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.out, "3W5E11264SGSF\nZ\n10\n\n");  // zero is written as nothing
+    run = brevant("base36 --decode 3W5E11264SGSF zz 10 ''");
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.out, "-1\n1295\n36\n0\n");
+    for (const char* arguments : {"base36 18446744073709551616", "base36 1 -1", "base36 0x10", "base36 ' 1'",
+                                  "base36 ''", "base36"}) {
+        run = brevant(arguments);
+        EXPECT_EQ(run.status, 2) << arguments;
+        EXPECT_EQ(run.out, "") << arguments;
+    }
+}
+
+TEST(BrevantQcode, DescribesEachCodeOrRejectsTheWholeLine) {
+    ToolRun run = brevant("qcode 164 0x42 -5");
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(
+        run.out,
+        "164 (0xA4): families: sequence; scorable: yes; advanced answer: no; simple sequence: 36 (0x24)\n"
+        "66 (0x42): families: multiple choice, lettered multiple choice; scorable: yes; advanced answer: "
+        "yes; "
+        "simple sequence: unchanged\n"
+        "-5: families: none; scorable: yes; advanced answer: no; simple sequence: unchanged\n");
+    for (const char* arguments : {"qcode 16 sixteen", "qcode 0x", "qcode 2147483648", "qcode 16x", "qcode"}) {
+        run = brevant(arguments);
+        EXPECT_EQ(run.status, 2) << arguments;
+        EXPECT_EQ(run.out, "") << arguments;
+    }
+    EXPECT_EQ(brevant("qcode -2147483648").status, 0);
+}
+
+TEST(BrevantXmlValues, PrintsTheWantedValuesInTheGivenOrderAndStopsEarly) {
+    const fs::path path = fs::temp_directory_path() / ("bv-xml-values-" + std::to_string(getpid()) + ".xml");
+    std::ofstream(path) << "<r><title>A\tB\\C</title><note>one\ntwo</note><version>1.2</version></r>";
+    ToolRun run = brevant("xml-values " + path.string() + " version missing title note version");
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.out, "version\t1.2\ntitle\tA\\tB\\\\C\nnote\tone\\ntwo\n");
+
+    // A fault after the last wanted value does not matter; one before a missing name does.
+    std::ofstream(path, std::ios::trunc) << "<r><a>1</a><b>2</b><broken</r>";
+    run = brevant("xml-values " + path.string() + " a b");
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.out, "a\t1\nb\t2\n");
+    run = brevant("xml-values " + path.string() + " a c");
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.out, "a\t1\n");
+    fs::remove(path);
+
+    run = brevant("xml-values " + path.string() + " version");
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(brevant("xml-values").status, 2);
+}
+
 }  // namespace
