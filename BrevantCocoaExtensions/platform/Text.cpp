@@ -38,42 +38,46 @@ bool isNfd(std::u16string_view units) {
     return nfd().quickCheck(source, status) == UNORM_YES && U_SUCCESS(status);
 }
 
-std::u16string foldCase(std::u16string_view units) {
+// Runs an ICU case operation (which reports the needed size when the buffer is short) into a string.
+template <class CaseOperation>
+std::u16string mapCase(std::u16string_view units, CaseOperation operation) {
     if (units.empty()) return {};
     std::u16string out(units.size() + 8, u'\0');
     for (int attempt = 0; attempt < 2; ++attempt) {
         UErrorCode status = U_ZERO_ERROR;
-        int32_t length = u_strFoldCase(reinterpret_cast<UChar*>(out.data()), static_cast<int32_t>(out.size()),
-                                       reinterpret_cast<const UChar*>(units.data()),
-                                       static_cast<int32_t>(units.size()), U_FOLD_CASE_DEFAULT, &status);
+        int32_t length = operation(reinterpret_cast<UChar*>(out.data()), static_cast<int32_t>(out.size()),
+                                   reinterpret_cast<const UChar*>(units.data()),
+                                   static_cast<int32_t>(units.size()), &status);
         if (status == U_BUFFER_OVERFLOW_ERROR) {
             out.assign(static_cast<std::size_t>(length), u'\0');
             continue;
         }
+        if (U_FAILURE(status)) break;
         out.resize(static_cast<std::size_t>(std::max(length, 0)));
         return out;
     }
     return std::u16string(units);
 }
 
-using CaseMapper = int32_t (*)(UChar*, int32_t, const UChar*, int32_t, const char*, UErrorCode*);
+std::u16string foldCase(std::u16string_view units) {
+    return mapCase(units,
+                   [](UChar* out, int32_t capacity, const UChar* in, int32_t length, UErrorCode* status) {
+                       return u_strFoldCase(out, capacity, in, length, U_FOLD_CASE_DEFAULT, status);
+                   });
+}
 
-std::u16string mapCase(std::u16string_view units, CaseMapper mapper) {
-    if (units.empty()) return {};
-    std::u16string out(units.size() + 8, u'\0');
-    for (int attempt = 0; attempt < 2; ++attempt) {
-        UErrorCode status = U_ZERO_ERROR;
-        int32_t length = mapper(reinterpret_cast<UChar*>(out.data()), static_cast<int32_t>(out.size()),
-                                reinterpret_cast<const UChar*>(units.data()),
-                                static_cast<int32_t>(units.size()), "", &status);
-        if (status == U_BUFFER_OVERFLOW_ERROR) {
-            out.assign(static_cast<std::size_t>(length), u'\0');
-            continue;
-        }
-        out.resize(static_cast<std::size_t>(std::max(length, 0)));
-        return out;
-    }
-    return std::u16string(units);
+std::u16string upperCase(std::u16string_view units) {
+    return mapCase(units,
+                   [](UChar* out, int32_t capacity, const UChar* in, int32_t length, UErrorCode* status) {
+                       return u_strToUpper(out, capacity, in, length, "", status);
+                   });
+}
+
+std::u16string lowerCase(std::u16string_view units) {
+    return mapCase(units,
+                   [](UChar* out, int32_t capacity, const UChar* in, int32_t length, UErrorCode* status) {
+                       return u_strToLower(out, capacity, in, length, "", status);
+                   });
 }
 
 // The comparison key of a text in a mode: itself, its NFD form, or NFD(fold(NFD)).
@@ -241,11 +245,11 @@ Range Text::find(const Text& needle, CompareMode mode, std::size_t from) const {
 }
 
 Text Text::uppercased() const {
-    return Text(mapCase(units_, u_strToUpper));
+    return Text(upperCase(units_));
 }
 
 Text Text::lowercased() const {
-    return Text(mapCase(units_, u_strToLower));
+    return Text(lowerCase(units_));
 }
 
 Text Text::caseFolded() const {
