@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <functional>
 #include <limits>
 
 #include "BrevantCocoaExtensions/platform/Exceptions.hpp"
@@ -18,30 +19,27 @@ namespace mdict = bv::BVNSMutableDictionary;
 
 namespace {
 
+const Text k("k");
+
 ValueDictionary with(const Value& value) {
-    return ValueDictionary{{Text("k"), value}};
+    return ValueDictionary{{k, value}};
 }
 
 }  // namespace
 
 TEST(BVNSDictionary, BoolForKeyReadsFalseWordsIgnoringCaseOnlyWithoutTrimming) {
-    struct Case {
-        const char* text;
-        bool expected;
-    };
-    const Case cases[] = {{"N", false},     {"n", false},     {"No", false},    {"NO", false}, {"F", false},
-                          {"False", false}, {"FALSE", false}, {"0", false},     {"", false},   {"Y", true},
-                          {"t", true},      {"2", true},      {"00", true},     {" 0", true},  {"no ", true},
-                          {"off", true},    {"nope", true},   {"False ", true}, {"true", true}};
-    for (const Case& c : cases) {
-        EXPECT_EQ(dict::boolForKey(with(Value(c.text)), Text("k")), c.expected) << '"' << c.text << '"';
-    }
-    EXPECT_FALSE(dict::boolForKey(with(Value(0)), Text("k")));
-    EXPECT_TRUE(dict::boolForKey(with(Value(7)), Text("k")));
-    EXPECT_TRUE(dict::boolForKey(with(Value(0.25)), Text("k")));
-    EXPECT_FALSE(dict::boolForKey(with(Value(bv::Date::fromTimeIntervalSince1970(5))), Text("k")));
-    EXPECT_FALSE(dict::boolForKey(with(Value(bv::ValueArray{Value(1)})), Text("k")));
-    EXPECT_FALSE(dict::boolForKey(ValueDictionary{}, Text("k")));
+    const std::pair<const char*, bool> cases[] = {
+        {"N", false},     {"n", false},     {"No", false},    {"NO", false}, {"F", false},
+        {"False", false}, {"FALSE", false}, {"0", false},     {"", false},   {"Y", true},
+        {"t", true},      {"2", true},      {"00", true},     {" 0", true},  {"no ", true},
+        {"off", true},    {"nope", true},   {"False ", true}, {"true", true}};
+    for (const auto& [text, expected] : cases)
+        EXPECT_EQ(dict::boolForKey(with(Value(text)), k), expected) << '"' << text << '"';
+    EXPECT_FALSE(dict::boolForKey(with(Value(0)), k));
+    EXPECT_TRUE(dict::boolForKey(with(Value(7)), k));
+    EXPECT_TRUE(dict::boolForKey(with(Value(0.25)), k));
+    EXPECT_FALSE(dict::boolForKey(with(Value(bv::Date::fromTimeIntervalSince1970(5))), k));
+    EXPECT_FALSE(dict::boolForKey(with(Value(bv::ValueArray{Value(1)})), k));
 }
 
 TEST(BVNSDictionary, TextsReadInDecimalOrBaseZeroAsEachGetterSays) {
@@ -64,36 +62,33 @@ TEST(BVNSDictionary, TextsReadInDecimalOrBaseZeroAsEachGetterSays) {
 }
 
 TEST(BVNSDictionary, NumbersConvertByTruncationAndWrapAround) {
-    EXPECT_EQ(dict::charForKey(with(Value(300)), Text("k")), 44);
-    EXPECT_EQ(dict::charForKey(with(Value(-3.7)), Text("k")), -3);
-    EXPECT_EQ(dict::unsignedCharForKey(with(Value(-1)), Text("k")), 255);
-    EXPECT_EQ(dict::shortForKey(with(Value(70000)), Text("k")), 4464);
-    EXPECT_EQ(dict::unsignedShortForKey(with(Value(-1)), Text("k")), 65535);
-    EXPECT_EQ(dict::integerForKey(with(Value(3.99)), Text("k")), 3);
-    EXPECT_EQ(dict::integerForKey(with(Value(-3.99)), Text("k")), -3);
-    EXPECT_EQ(dict::unsignedIntegerForKey(with(Value(-1)), Text("k")),
-              std::numeric_limits<std::uint64_t>::max());
-    EXPECT_EQ(dict::longLongForKey(with(Value(Number::uint64(1ULL << 63))), Text("k")),
+    EXPECT_EQ(dict::charForKey(with(Value(300)), k), 44);
+    EXPECT_EQ(dict::charForKey(with(Value(-3.7)), k), -3);
+    EXPECT_EQ(dict::unsignedCharForKey(with(Value(-1)), k), 255);
+    EXPECT_EQ(dict::shortForKey(with(Value(70000)), k), 4464);
+    EXPECT_EQ(dict::unsignedShortForKey(with(Value(-1)), k), 65535);
+    EXPECT_EQ(dict::integerForKey(with(Value(3.99)), k), 3);
+    EXPECT_EQ(dict::integerForKey(with(Value(-3.99)), k), -3);
+    EXPECT_EQ(dict::unsignedIntegerForKey(with(Value(-1)), k), std::numeric_limits<std::uint64_t>::max());
+    EXPECT_EQ(dict::longLongForKey(with(Value(Number::uint64(1ULL << 63))), k),
               std::numeric_limits<std::int64_t>::min());
-    EXPECT_EQ(dict::integerForKey(with(Value(true)), Text("k")), 1);
-    EXPECT_FLOAT_EQ(dict::floatForKey(with(Value(7)), Text("k")), 7.0F);
+    EXPECT_EQ(dict::integerForKey(with(Value(true)), k), 1);
+    EXPECT_EQ(dict::integerForKey(with(Value(5)), Text("K")), 0);  // only an exact key matches
 }
 
 TEST(BVNSDictionary, AbsentOrNullValuesReadAsZero) {
     for (const ValueDictionary& d : {ValueDictionary{}, with(Value())}) {
-        EXPECT_FALSE(dict::boolForKey(d, Text("k")));
-        EXPECT_EQ(dict::charForKey(d, Text("k")), 0);
-        EXPECT_EQ(dict::unsignedShortForKey(d, Text("k")), 0);
-        EXPECT_EQ(dict::integerForKey(d, Text("k")), 0);
-        EXPECT_EQ(dict::unsignedIntegerForKey(d, Text("k")), 0u);
-        EXPECT_EQ(dict::unsignedLongLongForKey(d, Text("k")), 0u);
-        EXPECT_EQ(dict::floatForKey(d, Text("k")), 0.0F);
-        EXPECT_EQ(dict::pointForKey(d, Text("k")), bv::Point{});
-        EXPECT_EQ(dict::rangeForKey(d, Text("k")), bv::Range{});
-        EXPECT_EQ(dict::rectForKey(d, Text("k")), (bv::Rect{{0, 0}, {0, 0}}));
+        EXPECT_FALSE(dict::boolForKey(d, k));
+        EXPECT_EQ(dict::charForKey(d, k), 0);
+        EXPECT_EQ(dict::unsignedShortForKey(d, k), 0);
+        EXPECT_EQ(dict::integerForKey(d, k), 0);
+        EXPECT_EQ(dict::unsignedIntegerForKey(d, k), 0u);
+        EXPECT_EQ(dict::unsignedLongLongForKey(d, k), 0u);
+        EXPECT_EQ(dict::floatForKey(d, k), 0.0F);
+        EXPECT_EQ(dict::pointForKey(d, k), bv::Point{});
+        EXPECT_EQ(dict::rangeForKey(d, k), bv::Range{});
+        EXPECT_EQ(dict::rectForKey(d, k), (bv::Rect{{0, 0}, {0, 0}}));
     }
-    // Only an exact key matches.
-    EXPECT_EQ(dict::integerForKey(with(Value(5)), Text("K")), 0);
 }
 
 TEST(BVNSDictionary, ConversionsAValueLacksThrow) {
@@ -120,77 +115,55 @@ TEST(BVNSDictionary, ConversionsAValueLacksThrow) {
 TEST(BVNSMutableDictionary, NumberSettersStoreTheNamedKindAndReplace) {
     ValueDictionary d;
     using Kind = Number::Kind;
-    auto kindOf = [&d] { return d.at(Text("k")).number()->kind(); };
-    mdict::setBoolForKey(d, true, Text("k"));
-    EXPECT_EQ(kindOf(), Kind::Bool);
-    mdict::setCharForKey(d, -1, Text("k"));
-    EXPECT_EQ(kindOf(), Kind::Int8);
-    mdict::setUnsignedShortForKey(d, 1, Text("k"));
-    EXPECT_EQ(kindOf(), Kind::UInt16);
-    mdict::setUnsignedIntForKey(d, 1, Text("k"));
-    EXPECT_EQ(kindOf(), Kind::UInt32);
-    mdict::setLongForKey(d, 1, Text("k"));
-    EXPECT_EQ(kindOf(), Kind::Int64);
-    mdict::setUnsignedLongLongForKey(d, 1, Text("k"));
-    EXPECT_EQ(kindOf(), Kind::UInt64);
-    mdict::setFloatForKey(d, 1.5F, Text("k"));
-    EXPECT_EQ(kindOf(), Kind::Float);
+    const std::pair<std::function<void()>, Kind> cases[] = {
+        {[&] { mdict::setBoolForKey(d, true, k); }, Kind::Bool},
+        {[&] { mdict::setCharForKey(d, -1, k); }, Kind::Int8},
+        {[&] { mdict::setUnsignedShortForKey(d, 1, k); }, Kind::UInt16},
+        {[&] { mdict::setUnsignedIntForKey(d, 1, k); }, Kind::UInt32},
+        {[&] { mdict::setLongForKey(d, 1, k); }, Kind::Int64},
+        {[&] { mdict::setUnsignedLongLongForKey(d, 1, k); }, Kind::UInt64},
+        {[&] { mdict::setFloatForKey(d, 1.5F, k); }, Kind::Float},
+    };
+    for (const auto& [set, kind] : cases) {
+        set();
+        EXPECT_EQ(d.at(k).number()->kind(), kind);
+    }
     EXPECT_EQ(d.size(), 1u);
     mdict::setRectForKey(d, bv::Rect{{1, 2}, {3, 4}}, Text("r"));
     mdict::setRangeForKey(d, bv::Range{5, 6}, Text("g"));
-    mdict::setPointForKey(d, bv::Point{-1, 0.5}, Text("p"));
-    mdict::setSizeForKey(d, bv::Size{7, 8}, Text("s"));
-    EXPECT_EQ(dict::rectForKey(d, Text("r")), (bv::Rect{{1, 2}, {3, 4}}));
-    EXPECT_EQ(dict::rangeForKey(d, Text("g")), (bv::Range{5, 6}));
-    EXPECT_EQ(dict::pointForKey(d, Text("p")), (bv::Point{-1, 0.5}));
-    EXPECT_EQ(dict::sizeForKey(d, Text("s")), (bv::Size{7, 8}));
+    EXPECT_EQ(d.at(Text("r")), Value(bv::Rect{{1, 2}, {3, 4}}));
+    EXPECT_EQ(d.at(Text("g")), Value(bv::Range{5, 6}));
 }
 
 TEST(BVNSMutableDictionary, TextSettersWriteWithTheirFormats) {
     ValueDictionary d;
-    auto stored = [&] { return *d.at(Text("k")).text(); };
-    mdict::setUnsignedCharToStringForKey(d, 65, Text("k"));
-    EXPECT_EQ(stored(), Text("A"));
-    mdict::setUnsignedCharToStringForKey(d, 49, Text("k"));
-    EXPECT_EQ(stored(), Text("1"));
-    mdict::setUnsignedCharToStringForKey(d, 0xE9, Text("k"));
-    EXPECT_EQ(stored(), Text("\xC3\xA9"));  // the byte read as Latin-1
-    mdict::setShortToStringForKey(d, -5, Text("k"));
-    EXPECT_EQ(stored(), Text("-5"));
-    mdict::setUnsignedShortToStringForKey(d, 65535, Text("k"));
-    EXPECT_EQ(stored(), Text("65535"));
-    mdict::setIntToStringForKey(d, std::numeric_limits<std::int32_t>::min(), Text("k"));
-    EXPECT_EQ(stored(), Text("-2147483648"));
-    mdict::setUnsignedIntToStringForKey(d, 4294967295U, Text("k"));
-    EXPECT_EQ(stored(), Text("4294967295"));
-    mdict::setIntegerToStringForKey(d, std::numeric_limits<std::int64_t>::min(), Text("k"));
-    EXPECT_EQ(stored(), Text("-9223372036854775808"));
-    mdict::setUnsignedIntegerToStringForKey(d, std::numeric_limits<std::uint64_t>::max(), Text("k"));
-    EXPECT_EQ(stored(), Text("18446744073709551615"));
-    mdict::setFloatToStringForKey(d, 1.5F, Text("k"));
-    EXPECT_EQ(stored(), Text("1.500000"));
-    mdict::setFloatToStringForKey(d, 0.1F, Text("k"));
-    EXPECT_EQ(stored(), Text("0.100000"));
-    mdict::setFloatToStringForKey(d, -2.25F, Text("k"));
-    EXPECT_EQ(stored(), Text("-2.250000"));
-}
-
-TEST(BVNSMutableDictionary, LongTextSettersKeepOnlyThirtyTwoBits) {
-    ValueDictionary d;
-    auto stored = [&] { return *d.at(Text("k")).text(); };
-    const std::pair<std::int64_t, const char*> signedCases[] = {
-        {4294967297LL, "1"}, {4294967296LL, "0"}, {2147483648LL, "-2147483648"}, {-1, "-1"}, {123, "123"}};
-    for (const auto& [value, expected] : signedCases) {
-        mdict::setLongToStringForKey(d, value, Text("k"));
-        EXPECT_EQ(stored(), Text(expected)) << value;
-    }
-    const std::pair<std::uint64_t, const char*> unsignedCases[] = {
-        {4294967301ULL, "5"},
-        {4294967295ULL, "4294967295"},
-        {std::numeric_limits<std::uint64_t>::max(), "4294967295"}};
-    for (const auto& [value, expected] : unsignedCases) {
-        mdict::setUnsignedLongToStringForKey(d, value, Text("k"));
-        EXPECT_EQ(stored(), Text(expected)) << value;
+    constexpr auto kLongMax = std::numeric_limits<std::uint64_t>::max();
+    const std::pair<std::function<void()>, const char*> cases[] = {
+        {[&] { mdict::setUnsignedCharToStringForKey(d, 65, k); }, "A"},
+        {[&] { mdict::setUnsignedCharToStringForKey(d, 49, k); }, "1"},
+        {[&] { mdict::setUnsignedCharToStringForKey(d, 0xE9, k); }, "\xC3\xA9"},  // the byte as Latin-1
+        {[&] { mdict::setShortToStringForKey(d, -5, k); }, "-5"},
+        {[&] { mdict::setUnsignedShortToStringForKey(d, 65535, k); }, "65535"},
+        {[&] { mdict::setIntToStringForKey(d, std::numeric_limits<std::int32_t>::min(), k); }, "-2147483648"},
+        {[&] { mdict::setUnsignedIntToStringForKey(d, 4294967295U, k); }, "4294967295"},
+        {[&] { mdict::setIntegerToStringForKey(d, std::numeric_limits<std::int64_t>::min(), k); },
+         "-9223372036854775808"},
+        {[&] { mdict::setUnsignedIntegerToStringForKey(d, kLongMax, k); }, "18446744073709551615"},
+        {[&] { mdict::setFloatToStringForKey(d, 1.5F, k); }, "1.500000"},
+        {[&] { mdict::setFloatToStringForKey(d, 0.1F, k); }, "0.100000"},
+        {[&] { mdict::setFloatToStringForKey(d, -2.25F, k); }, "-2.250000"},
+        // The long setters keep only 32 bits.
+        {[&] { mdict::setLongToStringForKey(d, 4294967297LL, k); }, "1"},
+        {[&] { mdict::setLongToStringForKey(d, 4294967296LL, k); }, "0"},
+        {[&] { mdict::setLongToStringForKey(d, 2147483648LL, k); }, "-2147483648"},
+        {[&] { mdict::setLongToStringForKey(d, -1, k); }, "-1"},
+        {[&] { mdict::setUnsignedLongToStringForKey(d, 4294967301ULL, k); }, "5"},
+        {[&] { mdict::setUnsignedLongToStringForKey(d, 4294967295ULL, k); }, "4294967295"},
+        {[&] { mdict::setUnsignedLongToStringForKey(d, kLongMax, k); }, "4294967295"},
+    };
+    for (const auto& [set, expected] : cases) {
+        set();
+        EXPECT_EQ(*d.at(k).text(), Text(expected));
     }
 }
 
@@ -200,7 +173,6 @@ TEST(BVNSDictionary, XmlDescriptionAndPermissions) {
                    "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
                    "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
                    "<plist version=\"1.0\">\n<dict/>\n</plist>\n"));
-    ValueDictionary permissions = dict::universallyWritablePermissions();
-    ASSERT_EQ(permissions.size(), 1u);
-    EXPECT_EQ(dict::integerForKey(permissions, Text("NSFilePosixPermissions")), 511);
+    EXPECT_EQ(dict::universallyWritablePermissions(),
+              (ValueDictionary{{Text("NSFilePosixPermissions"), Value(511)}}));
 }
