@@ -30,60 +30,56 @@ std::vector<int> tagsOf(const ValueArray& rows) {
     return tags;
 }
 
-// A library object that answers one key.
-class Person : public bv::Object {
-  public:
-    explicit Person(Text name) : name_(std::move(name)) {}
-    std::optional<Value> valueForKey(const Text& key) const override {
-        if (key == Text("name")) return Value(name_);
-        return std::nullopt;
-    }
+std::vector<SortDescriptor> byName(bool ascending = true) {
+    return sorting::descriptorsForKeyAscendingOrder(Text("name"), ascending);
+}
 
-  private:
-    Text name_;
+ValueArray sorted(const ValueArray& rows, const std::vector<SortDescriptor>& keys) {
+    return bv::sortedArrayUsingDescriptors(rows, keys);
+}
+
+// A library object that answers one key.
+struct Person : bv::Object {
+    Text name;
+    explicit Person(Text n) : name(std::move(n)) {}
+    std::optional<Value> valueForKey(const Text& key) const override {
+        return key == Text("name") ? std::optional<Value>(Value(name)) : std::nullopt;
+    }
 };
 
 }  // namespace
 
 TEST(BVNSSortDescriptor, DescriptorsHoldOneKey) {
-    EXPECT_EQ(sorting::descriptorsForKeyAscendingOrder(Text("name"), false),
-              (std::vector<SortDescriptor>{{Text("name"), false, Comparison::Compare}}));
+    EXPECT_EQ(byName(false), (std::vector<SortDescriptor>{{Text("name"), false, Comparison::Compare}}));
     EXPECT_EQ(sorting::descriptorsForKeyAscendingOrderCaseInsensitive(Text("name"), true, true),
               (std::vector<SortDescriptor>{{Text("name"), true, Comparison::CaseInsensitiveCompare}}));
-    EXPECT_EQ(sorting::descriptorsForKeyAscendingOrderCaseInsensitive(Text("name"), true, false),
-              sorting::descriptorsForKeyAscendingOrder(Text("name"), true));
+    EXPECT_EQ(sorting::descriptorsForKeyAscendingOrderCaseInsensitive(Text("name"), true, false), byName());
 }
 
 TEST(BVNSSortDescriptor, SortingIsStableInBothDirections) {
     ValueArray rows{row(Value("b"), 1), row(Value("a"), 2), row(Value("b"), 3), row(Value("a"), 4),
                     row(Value(), 5)};
-    EXPECT_EQ(tagsOf(bv::sortedArrayUsingDescriptors(
-                  rows, sorting::descriptorsForKeyAscendingOrder(Text("name"), true))),
+    EXPECT_EQ(tagsOf(sorted(rows, byName())),
               (std::vector<int>{5, 2, 4, 1, 3}));  // absent first, ties in original order
-    EXPECT_EQ(tagsOf(bv::sortedArrayUsingDescriptors(
-                  rows, sorting::descriptorsForKeyAscendingOrder(Text("name"), false))),
+    EXPECT_EQ(tagsOf(sorted(rows, byName(false))),
               (std::vector<int>{1, 3, 2, 4, 5}));  // descending keeps ties in original order too
-    EXPECT_EQ(tagsOf(bv::sortedArrayUsingDescriptors(rows, {})), (std::vector<int>{1, 2, 3, 4, 5}));
+    EXPECT_EQ(tagsOf(sorted(rows, {})), (std::vector<int>{1, 2, 3, 4, 5}));
 }
 
 TEST(BVNSSortDescriptor, EachComparisonOrdersTextsItsOwnWay) {
     ValueArray rows{row(Value("b"), 1), row(Value("B"), 2), row(Value("a"), 3), row(Value("A"), 4)};
     auto sortedTags = [&](Comparison comparison) {
-        return tagsOf(
-            bv::sortedArrayUsingDescriptors(rows, {SortDescriptor{Text("name"), true, comparison}}));
+        return tagsOf(sorted(rows, {SortDescriptor{Text("name"), true, comparison}}));
     };
     EXPECT_EQ(sortedTags(Comparison::Compare), (std::vector<int>{4, 2, 3, 1}));  // "A" "B" "a" "b"
     EXPECT_EQ(sortedTags(Comparison::CaseInsensitiveCompare), (std::vector<int>{3, 4, 1, 2}));  // ties stay
     // The collation depends on the current locale; letters of one case keep the alphabet's order in all.
     ValueArray lower{row(Value("c"), 1), row(Value("a"), 2), row(Value("b"), 3)};
-    EXPECT_EQ(tagsOf(bv::sortedArrayUsingDescriptors(
-                  lower, {SortDescriptor{Text("name"), true, Comparison::LocalizedCompare}})),
+    EXPECT_EQ(tagsOf(sorted(lower, {SortDescriptor{Text("name"), true, Comparison::LocalizedCompare}})),
               (std::vector<int>{2, 3, 1}));
     // Canonically equivalent texts are equal under the default comparison, so they stay in order.
     ValueArray accents{row(Value("caf\xC3\xA9"), 1), row(Value("cafe\xCC\x81"), 2), row(Value("cafe"), 3)};
-    EXPECT_EQ(tagsOf(bv::sortedArrayUsingDescriptors(
-                  accents, sorting::descriptorsForKeyAscendingOrder(Text("name"), true))),
-              (std::vector<int>{3, 1, 2}));
+    EXPECT_EQ(tagsOf(sorted(accents, byName())), (std::vector<int>{3, 1, 2}));
 }
 
 TEST(BVNSSortDescriptor, NumbersSortNumericallyAndTiesFallToTheNextKey) {
@@ -94,7 +90,7 @@ TEST(BVNSSortDescriptor, NumbersSortNumericallyAndTiesFallToTheNextKey) {
     ValueArray rows{entry(10, "b", 1), entry(9, "z", 2), entry(10, "a", 3), entry(9, "a", 4)};
     std::vector<SortDescriptor> keys{{Text("score"), false, Comparison::Compare},
                                      {Text("name"), true, Comparison::Compare}};
-    EXPECT_EQ(tagsOf(bv::sortedArrayUsingDescriptors(rows, keys)), (std::vector<int>{3, 1, 4, 2}));
+    EXPECT_EQ(tagsOf(sorted(rows, keys)), (std::vector<int>{3, 1, 4, 2}));
     EXPECT_EQ(keys[0].compareObjects(rows[0], rows[1]), -1);  // descending: 10 comes first
 }
 
@@ -102,36 +98,26 @@ TEST(BVNSSortDescriptor, KeyPathsSelfAndLibraryObjects) {
     ValueArray nested{
         Value(ValueDictionary{{Text("who"), Value(ValueDictionary{{Text("name"), Value("b")}})}}),
         Value(ValueDictionary{{Text("who"), Value(ValueDictionary{{Text("name"), Value("a")}})}})};
-    ValueArray sorted = bv::sortedArrayUsingDescriptors(
-        nested, sorting::descriptorsForKeyAscendingOrder(Text("who.name"), true));
-    EXPECT_EQ(bv::valueForKeyPath(sorted[0], Text("who.name")), Value("a"));
-    EXPECT_EQ(bv::sortedArrayUsingDescriptors(ValueArray{Value("b"), Value("a")},
-                                              sorting::descriptorsForKeyAscendingOrder(Text("self"), true)),
+    EXPECT_EQ(sorted(nested, sorting::descriptorsForKeyAscendingOrder(Text("who.name"), true)),
+              (ValueArray{nested[1], nested[0]}));
+    EXPECT_EQ(sorted(ValueArray{Value("b"), Value("a")},
+                     sorting::descriptorsForKeyAscendingOrder(Text("self"), true)),
               (ValueArray{Value("a"), Value("b")}));
-    auto bob = std::make_shared<Person>(Text("Bob"));
-    auto amy = std::make_shared<Person>(Text("amy"));
-    ValueArray people{Value(bob), Value(amy)};
-    EXPECT_EQ(bv::sortedArrayUsingDescriptors(
-                  people, sorting::descriptorsForKeyAscendingOrderCaseInsensitive(Text("name"), true, true)),
+    auto bob = std::make_shared<Person>(Text("Bob")), amy = std::make_shared<Person>(Text("amy"));
+    EXPECT_EQ(sorted(ValueArray{Value(bob), Value(amy)},
+                     sorting::descriptorsForKeyAscendingOrderCaseInsensitive(Text("name"), true, true)),
               (ValueArray{Value(amy), Value(bob)}));
 }
 
 TEST(BVNSSortDescriptor, ValuesThatCannotBeOrderedThrow) {
-    ValueArray mixed{row(Value("a"), 1), row(Value(2), 2)};
-    EXPECT_THROW((void)bv::sortedArrayUsingDescriptors(
-                     mixed, sorting::descriptorsForKeyAscendingOrder(Text("name"), true)),
+    EXPECT_THROW((void)sorted(ValueArray{row(Value("a"), 1), row(Value(2), 2)}, byName()),
                  bv::InvalidArgumentException);
-    ValueArray numbers{row(Value(1), 1), row(Value(2), 2)};
     EXPECT_THROW(
-        (void)bv::sortedArrayUsingDescriptors(
-            numbers, sorting::descriptorsForKeyAscendingOrderCaseInsensitive(Text("name"), true, true)),
+        (void)sorted(ValueArray{row(Value(1), 1), row(Value(2), 2)},
+                     sorting::descriptorsForKeyAscendingOrderCaseInsensitive(Text("name"), true, true)),
         bv::InvalidArgumentException);
-    ValueArray lists{row(Value(ValueArray{}), 1), row(Value(ValueArray{}), 2)};
-    EXPECT_THROW((void)bv::sortedArrayUsingDescriptors(
-                     lists, sorting::descriptorsForKeyAscendingOrder(Text("name"), true)),
+    EXPECT_THROW((void)sorted(ValueArray{row(Value(ValueArray{}), 1), row(Value(ValueArray{}), 2)}, byName()),
                  bv::InvalidArgumentException);
-    EXPECT_THROW(
-        (void)bv::sortedArrayUsingDescriptors(ValueArray{Value("a"), Value("b")},
-                                              sorting::descriptorsForKeyAscendingOrder(Text("name"), true)),
-        bv::UnrecognizedOperationException);  // a text has no "name"
+    EXPECT_THROW((void)sorted(ValueArray{Value("a"), Value("b")}, byName()),
+                 bv::UnrecognizedOperationException);  // a text has no "name"
 }
