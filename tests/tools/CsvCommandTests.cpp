@@ -19,6 +19,12 @@ struct ToolRun {
     int exitCode = -1;
 };
 
+#ifdef BV_BREVANT_PATH
+const std::string kBrevant = BV_BREVANT_PATH;
+#else
+const std::string kBrevant;
+#endif
+
 class BrevantTool : public ::testing::Test {
   protected:
     void SetUp() override {
@@ -41,10 +47,9 @@ class BrevantTool : public ::testing::Test {
     // Runs "brevant ARGUMENTS" through the shell (so pipes may be used in ARGUMENTS).
     [[nodiscard]] ToolRun run(const std::string& arguments) const {
         ToolRun result;
-#ifdef BV_BREVANT_PATH
         const std::string errors = (folder_ / "stderr.txt").string();
         const std::string command =
-            "cd '" + folder_.string() + "' && " + brevantPath() + " " + arguments + " 2>'" + errors + "'";
+            "cd '" + folder_.string() + "' && " + kBrevant + " " + arguments + " 2>'" + errors + "'";
         FILE* pipe = popen(command.c_str(), "r");
         if (pipe == nullptr) return result;
         char buffer[4096];
@@ -53,19 +58,8 @@ class BrevantTool : public ::testing::Test {
         const int status = pclose(pipe);
         result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
         std::ifstream in(errors, std::ios::binary);
-        result.errors.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-#else
-        (void)arguments;
-#endif
+        result.errors.assign(std::istreambuf_iterator<char>(in), {});
         return result;
-    }
-
-    [[nodiscard]] static std::string brevantPath() {
-#ifdef BV_BREVANT_PATH
-        return BV_BREVANT_PATH;
-#else
-        return "";
-#endif
     }
 
     fs::path folder_;
@@ -77,9 +71,7 @@ TEST_F(BrevantTool, CsvPrintsATableJsonOrOneColumn) {
     const std::string file = write("class.csv",
                                    "Name,Age,Note\r\nAnn,12,\"likes \"\"maths\"\", a lot\"\r\n"
                                    "\xC3\x89mile,9,\r\n");
-    ToolRun table = run("csv class.csv --header");
-    EXPECT_EQ(table.exitCode, 0);
-    EXPECT_EQ(table.output,
+    EXPECT_EQ(run("csv class.csv --header").output,
               "Name   Age  Note\n"
               "-----  ---  --------------------\n"
               "Ann    12   likes \"maths\", a lot\n"
@@ -109,19 +101,18 @@ TEST_F(BrevantTool, CsvReportsEachMalformedLineAndGoesOn) {
 TEST_F(BrevantTool, CsvRefusesWhatItCannotRead) {
     write("open-header.csv", "\"Name,Age\nAnn,12\n");
     write("class.csv", "Name,Age\nAnn,12\n");
-    struct Case {
-        const char* arguments;
-        int exitCode;
-    };
-    for (const Case& c :
-         {Case{"csv missing.csv", 1}, Case{"csv .", 1}, Case{"csv open-header.csv --header", 1},
-          Case{"csv class.csv --header --column Height", 1}, Case{"csv class.csv --column Age", 2},
-          Case{"csv class.csv --separator ';;'", 2}}) {
-        ToolRun result = run(c.arguments);
-        EXPECT_EQ(result.exitCode, c.exitCode) << c.arguments;
-        EXPECT_EQ(result.output, "") << c.arguments;
+    const std::pair<const char*, int> cases[] = {{"csv missing.csv", 1},
+                                                 {"csv .", 1},
+                                                 {"csv open-header.csv --header", 1},
+                                                 {"csv class.csv --header --column Height", 1},
+                                                 {"csv class.csv --column Age", 2},
+                                                 {"csv class.csv --separator ';;'", 2}};
+    for (const auto& [arguments, exitCode] : cases) {
+        ToolRun result = run(arguments);
+        EXPECT_EQ(result.exitCode, exitCode) << arguments;
+        EXPECT_EQ(result.output, "") << arguments;
         EXPECT_EQ(std::count(result.errors.begin(), result.errors.end(), '\n'), 1)
-            << c.arguments << result.errors;
+            << arguments << result.errors;
     }
 }
 
@@ -130,10 +121,9 @@ TEST_F(BrevantTool, Base64AndHexRoundTripEveryByte) {
     for (int i = 0; i < 1000; ++i)
         bytes += static_cast<char>(i * 37 % 256);
     write("bytes.bin", bytes);
-    const std::string tool = brevantPath();
-    EXPECT_EQ(run("base64 encode bytes.bin | " + tool + " base64 decode").output, bytes);
-    EXPECT_EQ(run("base64 encode --lines bytes.bin | " + tool + " base64 decode -").output, bytes);
-    EXPECT_EQ(run("hex encode < bytes.bin | " + tool + " hex decode --strict").output, bytes);
+    EXPECT_EQ(run("base64 encode bytes.bin | " + kBrevant + " base64 decode").output, bytes);
+    EXPECT_EQ(run("base64 encode --lines bytes.bin | " + kBrevant + " base64 decode -").output, bytes);
+    EXPECT_EQ(run("hex encode < bytes.bin | " + kBrevant + " hex decode --strict").output, bytes);
     EXPECT_EQ(run("hex encode --lower bytes.bin").output.substr(0, 8), "00254a6f");
 }
 
