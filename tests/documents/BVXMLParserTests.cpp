@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "BrevantCocoaExtensions/documents/BVXMLParser.hpp"
@@ -65,18 +66,12 @@ TEST(BVXMLParser, CollectsTheWantedValuesAndStopsAfterTheLast) {
     // Once everything is found, what follows is never parsed: a broken tail does not matter.
     EXPECT_EQ(collect("<doc><version>3</version><broken attr=></doc", {"version"}),
               (Results{{"version", "3"}}));
-    const std::string binaryTail =
-        std::string("<doc><version>3</version>") + std::string("\x00\xFF\xFE<<&", 6);
-    EXPECT_EQ(collect(binaryTail, {"version"}), (Results{{"version", "3"}}));
+    EXPECT_EQ(collect("<doc><version>3</version>" + std::string("\x00\xFF\xFE<<&", 6), {"version"}),
+              (Results{{"version", "3"}}));
 }
 
 TEST(BVXMLParser, WhatTextEachElementGets) {
-    struct Case {
-        const char* xml;
-        std::vector<Text> names;
-        Results expected;
-    };
-    const std::vector<Case> cases = {
+    const std::tuple<const char*, std::vector<Text>, Results> cases[] = {
         // Text before a child is lost; the child's text and the text after it remain.
         {"<a>lost<b>x</b>y</a>", {"a"}, {{"a", "xy"}}},
         {"<a>lost<b>x</b>y</a>", {"b", "a"}, {{"a", "xy"}, {"b", "x"}}},
@@ -99,9 +94,8 @@ TEST(BVXMLParser, WhatTextEachElementGets) {
         {"", {"a"}, {}},
         {"\x89PNG\r\n\x1a\n\x00\x00", {"a"}, {}},
     };
-    for (const Case& each : cases) {
-        EXPECT_EQ(collect(each.xml, each.names), each.expected) << each.xml;
-    }
+    for (const auto& [xml, names, expected] : cases)
+        EXPECT_EQ(collect(xml, names), expected) << xml;
 }
 
 TEST(BVXMLParser, PrettyPrintedAndSingleLineDocumentsGiveTheSameLeafValues) {
@@ -127,8 +121,7 @@ TEST(BVXMLParser, RunsMergeAndSettersKeepTheObjectGiven) {
         BVXMLParser::resultsOfDataToParseSeekingDesiredElements(parser, bytes("<r><a>1</a></r>"), {"a"});
     auto second =
         BVXMLParser::resultsOfDataToParseSeekingDesiredElements(parser, bytes("<r><b>2</b></r>"), {"b"});
-    EXPECT_EQ(first, results);
-    EXPECT_EQ(second, results);
+    EXPECT_TRUE(first == results && second == results);
     EXPECT_EQ(*results, (Results{{"a", "1"}, {"b", "2"}, {"old", "kept"}}));
 
     auto wanted = std::make_shared<std::vector<Text>>(std::vector<Text>{"stale"});
@@ -144,23 +137,21 @@ TEST(BVXMLParser, RunsMergeAndSettersKeepTheObjectGiven) {
 }
 
 TEST(BVXMLParser, FilesAreReadOnlyAsFarAsNeeded) {
-    EXPECT_TRUE(BVXMLParser::resultsOfDataToParseAtPathSeekingDesiredElements("/nonexistent/file.xml", {"a"})
-                    .empty());
-    EXPECT_TRUE(BVXMLParser::resultsOfDataToParseAtPathSeekingDesiredElements(
-                    Text(std::filesystem::temp_directory_path().string()), {"a"})
-                    .empty());
+    auto atPath = [](const std::string& path, const std::vector<Text>& names) {
+        return BVXMLParser::resultsOfDataToParseAtPathSeekingDesiredElements(Text(path), names);
+    };
+    EXPECT_EQ(atPath("/nonexistent/file.xml", {"a"}), Results{});
+    EXPECT_EQ(atPath(std::filesystem::temp_directory_path().string(), {"a"}), Results{});
 
     // The value sits at the top; megabytes of garbage follow it and are never read.
     std::string contents = "<catalog><version>4.2</version>";
     contents += std::string(3 * 1024 * 1024, '\x01');
     auto path = temporaryFile("big.xml", contents);
-    EXPECT_EQ(BVXMLParser::resultsOfDataToParseAtPathSeekingDesiredElements(Text(path.string()), {"version"}),
-              (Results{{"version", "4.2"}}));
+    EXPECT_EQ(atPath(path.string(), {"version"}), (Results{{"version", "4.2"}}));
     // A value past the first chunks is found too.
     std::string late = "<catalog>" + std::string(1024 * 1024, ' ') + "<version>5</version></catalog>";
     std::ofstream(path, std::ios::binary | std::ios::trunc) << late;
-    EXPECT_EQ(BVXMLParser::resultsOfDataToParseAtPathSeekingDesiredElements(Text(path.string()), {"version"}),
-              (Results{{"version", "5"}}));
+    EXPECT_EQ(atPath(path.string(), {"version"}), (Results{{"version", "5"}}));
     std::filesystem::remove(path);
 }
 
