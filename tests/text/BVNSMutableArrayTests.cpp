@@ -34,17 +34,16 @@ TEST(BVNSMutableArray, AddersAppendNumbersButCharactersAsTexts) {
     marr::addFloat(list, 1.5F);
     marr::addBool(list, true);
     EXPECT_EQ(list, (ValueArray{Value("A"), Value("A"), Value(-2), Value(5), Value(1.5), Value(true)}));
-    EXPECT_EQ(list[2].number()->kind(), Number::Kind::Int16);
-    EXPECT_EQ(list[3].number()->kind(), Number::Kind::UInt64);
-    EXPECT_EQ(list[4].number()->kind(), Number::Kind::Float);
+    EXPECT_EQ((std::vector<Number::Kind>{list[2].number()->kind(), list[3].number()->kind(),
+                                         list[4].number()->kind()}),
+              (std::vector<Number::Kind>{Number::Kind::Int16, Number::Kind::UInt64, Number::Kind::Float}));
 
     ValueArray range;
     marr::addASCIICharactersFromTo(range, u'a', u'c');
     marr::addASCIICharactersFromTo(range, u'c', u'a');
-    EXPECT_EQ(range, letters("abc"));
-    range.clear();
     marr::addASCIICharactersFromTo(range, 0xFFFE, 0xFFFF);  // must stop at the last code unit
-    EXPECT_EQ(range.size(), 2u);
+    EXPECT_EQ(range.size(), 5u);
+    EXPECT_EQ(ValueArray(range.begin(), range.begin() + 3), letters("abc"));
 
     ValueArray numbers;
     constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
@@ -83,10 +82,9 @@ TEST(BVNSMutableArray, MoveObjectRemovesEveryEqualElementFirst) {
         std::uint64_t to;
         const char* expected;
     };
-    const Case cases[] = {
-        {"ABCD", 'B', 3, "ACBD"}, {"BAB", 'B', 0, "BA"},   {"ABC", 'C', 0, "CAB"},  {"ABC", 'A', 3, "BCA"},
-        {"ABC", 'X', 1, "AXBC"},  {"ABAC", 'A', 2, "BAC"}, {"ABCB", 'B', 3, "ACB"},
-    };
+    const Case cases[] = {{"ABCD", 'B', 3, "ACBD"}, {"BAB", 'B', 0, "BA"},   {"ABC", 'C', 0, "CAB"},
+                          {"ABC", 'A', 3, "BCA"},   {"ABC", 'X', 1, "AXBC"}, {"ABAC", 'A', 2, "BAC"},
+                          {"ABCB", 'B', 3, "ACB"}};
     for (const Case& c : cases) {
         ValueArray list = letters(c.list);
         marr::moveObjectToIndex(list, Value(Text(std::string(1, c.object))), c.to);
@@ -144,11 +142,10 @@ TEST(BVNSMutableArray, ReplacementsAndRemovalsTouchOnlyWhatTheySay) {
                                                                                      Text("y"), true));
     EXPECT_FALSE(marr::replaceFirstOccurrenceOfStringWithStringCaseInsensitiveCompare(list, Text("z"),
                                                                                       Text("y"), true));
-    EXPECT_EQ(list, (ValueArray{Value("y"), Value("one"), Value("x"), Value("a")}));
     marr::removeObjectWithStringCaseInsensitiveCompare(list, Text("A"), true);  // only the first match
     EXPECT_EQ(list, (ValueArray{Value("y"), Value("one"), Value("x")}));
     marr::removeObjectWithStringCaseInsensitiveCompare(list, Text("X"), false);
-    EXPECT_EQ(list.size(), 3u);
+    EXPECT_EQ(list, (ValueArray{Value("y"), Value("one"), Value("x")}));
 
     ValueArray blanks{Value("a"), Value(" "), Value(""), Value(5), Value("\n\t"), Value(" b ")};
     marr::removeEmptyStrings(blanks);
@@ -167,7 +164,6 @@ TEST(BVNSMutableArray, ConversionsInPlace) {
     marr::convertNumbersToStrings(list);
     EXPECT_EQ(list, (ValueArray{Value("a"), Value("5"), Value("1"), Value("1.5"), Value(bv::ValueArray{})}));
     marr::appendPathExtensionToStrings(list, Text("txt"));
-    EXPECT_EQ(list[0], Value("a.txt"));
-    EXPECT_EQ(list[1], Value("5.txt"));
-    EXPECT_EQ(list[4], Value(bv::ValueArray{}));
+    EXPECT_EQ(list, (ValueArray{Value("a.txt"), Value("5.txt"), Value("1.txt"), Value("1.5.txt"),
+                                Value(bv::ValueArray{})}));
 }
