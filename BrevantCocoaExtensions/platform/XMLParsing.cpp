@@ -109,16 +109,36 @@ struct XMLTreeBuilder {
         auto made = XMLElement::make(qualifiedName(source->ns, source->name));
         made->uri_ = uriOf(source->ns);
         for (xmlNs* ns = source->nsDef; ns != nullptr; ns = ns->next) {
+            // Recovery keeps xmlns:p="", which no document may hold (only the default namespace can be
+            // undeclared); it is dropped, as a parse of the written tree would drop it.
+            if (ns->prefix != nullptr && (ns->href == nullptr || *ns->href == 0)) continue;
             made->addNamespace(XMLNode::makeNamespace(textOf(ns->prefix), textOf(ns->href)));
         }
         for (xmlAttr* attribute = source->properties; attribute != nullptr; attribute = attribute->next) {
             const xmlNs* ns = attribute->ns;
+            if (ns == nullptr && addRecoveredNamespace(*made, attribute)) continue;
             made->addAttribute(XMLNode::makeAttribute(qualifiedName(ns, attribute->name),
                                                       attributeValue(document, attribute),
                                                       ns == nullptr ? Text() : textOf(ns->href)));
         }
         children(source->children, *made);
         return made;
+    }
+
+    // Recovery leaves a namespace declaration it could not take (a malformed prefix) as a plain attribute
+    // named "xmlns" or "xmlns:...". A parse of the written tree would read it as a declaration, so it
+    // becomes one here (none for a prefix without a URI); answers whether the attribute was one.
+    bool addRecoveredNamespace(XMLElement& into, xmlAttr* attribute) {
+        const std::string_view name = bytesOf(attribute->name);
+        if (name == "xmlns") {
+            into.addNamespace(XMLNode::makeNamespace(Text(), attributeValue(document, attribute)));
+            return true;
+        }
+        if (name.substr(0, 6) != "xmlns:") return false;
+        const Text uri = attributeValue(document, attribute);
+        if (name.size() > 6 && !uri.empty())
+            into.addNamespace(XMLNode::makeNamespace(Text(name.substr(6)), uri));
+        return true;
     }
 
     void children(xmlNode* first, XMLParentNode& into) {
