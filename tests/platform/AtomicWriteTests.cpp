@@ -26,10 +26,10 @@ constexpr std::size_t kOldSize = 1 << 20;   // 1 MB
 constexpr std::size_t kNewSize = 64 << 20;  // 64 MB: long enough to be caught half-written
 
 // Bytes that differ from word to word, so a shifted, partial or mixed copy never compares equal.
-std::vector<std::uint8_t> patternBytes(std::size_t size, std::uint64_t seed) {
+std::vector<std::uint8_t> patternBytes(std::size_t size, std::uint64_t salt) {
     std::vector<std::uint64_t> words(size / sizeof(std::uint64_t));
     for (std::size_t i = 0; i < words.size(); ++i)
-        words[i] = (i + 1) * 0x9E3779B97F4A7C15ULL ^ seed;
+        words[i] = (i + 1) * 0x9E3779B97F4A7C15ULL ^ salt;
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(words.data());
     return {bytes, bytes + size};
 }

@@ -24,7 +24,8 @@ inline void base36(const std::uint8_t* data, std::size_t size) {
               "lower-case digits read the same");
 
     std::uint64_t number = 0;
-    if (size != 0) std::memcpy(&number, data, std::min(size, sizeof number));  // an empty input has no pointer
+    if (size != 0)
+        std::memcpy(&number, data, std::min(size, sizeof number));  // an empty input has no pointer
     const Text written = BVNSString::base36StringForValue(number);
     check(written.length() <= 13, "at most 13 digits");
     check(written.empty() == (number == 0), "only 0 is written as the empty text");
