@@ -161,6 +161,7 @@ class Writer {
 
     void element(const XMLElement& element, int depth) {
         std::size_t scopeMark = scope_.size();
+        elementScope_ = scopeMark;
         out_ += '<';
         appendEscaped(out_, element.name(), Escape::Raw);
         for (const auto& declaration : element.namespaces()) {
@@ -201,9 +202,13 @@ class Writer {
     }
 
     // Declares the prefix for the URI when the declarations in scope bind it to something else. An
-    // element in no namespace under a default namespace undeclares the default.
+    // element in no namespace under a default namespace undeclares the default. A prefix the element
+    // already declares is left alone: a second declaration of it would not be well-formed XML.
     void bindPrefix(const Text& prefix, const Text& uri, bool forElement) {
         if (prefix == Text("xml") || prefix == Text("xmlns")) return;
+        for (std::size_t at = elementScope_; at < scope_.size(); ++at) {
+            if (scope_[at].first == prefix) return;
+        }
         const Text* bound = lookup(prefix);
         if (uri.empty()) {
             if (!forElement || !prefix.empty() || bound == nullptr || bound->empty()) return;
@@ -320,6 +325,7 @@ class Writer {
     bool pretty_;
     bool compact_;
     std::vector<std::pair<Text, Text>> scope_;  // prefix to URI, innermost last
+    std::size_t elementScope_ = 0;              // where the declarations of the element being written start
 };
 
 }  // namespace
