@@ -99,6 +99,7 @@ for name in "${targets[@]}"; do
     echo "== $name: fuzzing for $seconds s =="
     log="$work/fuzz.log"
     status=0
+    started=$SECONDS
     if ((workers > 1)); then
         # Each worker writes fuzz-<n>.log into the current folder: run inside the scratch folder.
         (cd "$work" && rm -f fuzz-*.log &&
@@ -117,7 +118,7 @@ for name in "${targets[@]}"; do
     else
         result="ok"
     fi
-    line="$(date -u +%FT%TZ) $name ${seconds}s executions=$executions corpus=$corpus_size $result"
+    line="$(date -u +%FT%TZ) $name $((SECONDS - started))s executions=$executions corpus=$corpus_size $result"
     echo "$line" | tee -a "$summary"
 done
 
