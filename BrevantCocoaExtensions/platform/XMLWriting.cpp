@@ -22,6 +22,17 @@ namespace {
 
 enum class Escape { Text, Attribute, Raw };
 
+// Whether a version can stand in an XML declaration ("1." and digits); a recovered document may carry
+// any other, which is written as "1.0".
+bool isXMLVersion(const Text& version) {
+    const std::u16string_view units = version.view();
+    if (units.size() < 3 || units.substr(0, 2) != u"1.") return false;
+    for (char16_t unit : units.substr(2)) {
+        if (unit < u'0' || unit > u'9') return false;
+    }
+    return true;
+}
+
 bool isXMLCharacter(char32_t c) {
     if (c < 0x20) return c == 0x9 || c == 0xA || c == 0xD;
     return (c < 0xD800 || c > 0xDFFF) && c != 0xFFFE && c != 0xFFFF;
@@ -148,7 +159,8 @@ class Writer {
     void document(const XMLNode& node) {
         const auto& document = static_cast<const XMLDocument&>(node);
         out_ += "<?xml version=\"";
-        appendEscaped(out_, document.version(), Escape::Attribute);
+        appendEscaped(out_, isXMLVersion(document.version()) ? document.version() : Text("1.0"),
+                      Escape::Attribute);
         out_ += "\" encoding=\"UTF-8\"";
         if (document.isStandalone()) out_ += " standalone=\"yes\"";
         out_ += "?>";

@@ -44,6 +44,23 @@ TEST(XMLNodeRegression, RecoveredTreesWriteXMLThatReadsBackTheSame) {
     }
 }
 
+TEST(XMLNodeRegression, VersionThatNoXMLDeclarationCanHoldIsWrittenAs1_0) {
+    const auto recovered = XMLDocument::parseData(R"(<?xml version="0.0"?><a/>)", bv::XMLDocumentTidyXML);
+    ASSERT_NE(recovered, nullptr);
+    EXPECT_EQ(recovered->xmlString().substr(0, 21), R"(<?xml version="1.0" e)");
+    expectStableWrittenForm(*recovered);
+
+    const auto built = XMLDocument::make(bv::XMLElement::make("a"));
+    for (const char* version : {"1.1", "1.10"}) {
+        built->setVersion(version);
+        EXPECT_NE(built->xmlString().find(std::string("version=\"") + version + "\""), std::string::npos);
+    }
+    for (const char* version : {"", "2.0", "1.", "1.0\"?><x"}) {
+        built->setVersion(version);
+        EXPECT_EQ(built->xmlString().substr(0, 21), R"(<?xml version="1.0" e)") << version;
+    }
+}
+
 TEST(XMLNodeRegression, BuiltElementWhosePrefixIsDeclaredForAnotherURIWritesWellFormedXML) {
     // The element's own declaration wins; a second xmlns:p on the same element would not be XML.
     const auto element = bv::XMLElement::make("p:a", "urn:two");
