@@ -5,8 +5,8 @@
 # Usage: scripts/fuzz.sh [TARGET|all] [SECONDS]     (defaults: all, 30)
 #        scripts/fuzz.sh --list
 #
-# Each run starts from the committed seeds in tests/fuzz/corpus/<target>/, copied into a scratch corpus
-# under build/fuzz/work/<target>/corpus that keeps growing from run to run (the committed seeds stay as
+# Each run starts from the committed starting inputs in tests/fuzz/corpus/<target>/, copied into a scratch corpus
+# under build/fuzz/work/<target>/corpus that keeps growing from run to run (the committed starting inputs stay as
 # they are). The saved regressions in tests/fuzz/regressions/<target>/ are replayed first. A crash, a
 # sanitizer report, a leak, a broken property, a hang (10 s per input) or more than 2 GB of memory is a
 # finding: the input is saved under build/fuzz/findings/<target>/, and the script exits non-zero after

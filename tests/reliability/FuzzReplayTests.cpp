@@ -1,6 +1,6 @@
-// Replays the fuzz seeds and every saved fuzz finding through the fuzz harnesses, so that the properties
-// the fuzzers check are checked by every build, also without clang, and a fixed finding stays fixed.
-// Each input runs in a child process: a broken property aborts it, and the failure names the file.
+// Replays the fuzz starting inputs and every saved fuzz finding through the fuzz harnesses, so that the
+// properties the fuzzers check are checked by every build, also without clang, and a fixed finding stays
+// fixed. Each input runs in a child process: a broken property aborts it, and the failure names the file.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -71,7 +71,7 @@ class FuzzReplay : public testing::TestWithParam<Target> {};
 TEST_P(FuzzReplay, SeedsAndSavedFindingsKeepEveryProperty) {
     const Target& target = GetParam();
     const std::vector<fs::path> inputs = inputsOf(target.name);
-    EXPECT_FALSE(inputs.empty()) << "no seeds for " << target.name;
+    EXPECT_FALSE(inputs.empty()) << "no starting inputs for " << target.name;
     for (const fs::path& input : inputs) {
         SCOPED_TRACE(input.string());
         const std::vector<std::uint8_t> bytes = bytesOf(input);
