@@ -101,16 +101,22 @@ TEST_F(BrevantTool, CsvReportsEachMalformedLineAndGoesOn) {
 TEST_F(BrevantTool, CsvRefusesWhatItCannotRead) {
     write("open-header.csv", "\"Name,Age\nAnn,12\n");
     write("class.csv", "Name,Age\nAnn,12\n");
-    const std::pair<const char*, int> cases[] = {{"csv missing.csv", 1},
-                                                 {"csv .", 1},
-                                                 {"csv open-header.csv --header", 1},
-                                                 {"csv class.csv --header --column Height", 1},
-                                                 {"csv class.csv --column Age", 2},
-                                                 {"csv class.csv --separator ';;'", 2}};
-    for (const auto& [arguments, exitCode] : cases) {
+    // File failures read "brevant: FILE: problem", like every other subcommand's.
+    const struct {
+        const char* arguments;
+        int exitCode;
+        const char* errorStart;
+    } cases[] = {{"csv missing.csv", 1, "brevant: missing.csv: "},
+                 {"csv .", 1, "brevant: .: "},
+                 {"csv open-header.csv --header", 1, "brevant: open-header.csv: "},
+                 {"csv class.csv --header --column Height", 1, "brevant: class.csv: no column"},
+                 {"csv class.csv --column Age", 2, "brevant: csv: "},
+                 {"csv class.csv --separator ';;'", 2, "brevant: csv: "}};
+    for (const auto& [arguments, exitCode, errorStart] : cases) {
         ToolRun result = run(arguments);
         EXPECT_EQ(result.exitCode, exitCode) << arguments;
         EXPECT_EQ(result.output, "") << arguments;
+        EXPECT_EQ(result.errors.rfind(errorStart, 0), 0u) << arguments << result.errors;
         EXPECT_EQ(std::count(result.errors.begin(), result.errors.end(), '\n'), 1)
             << arguments << result.errors;
     }

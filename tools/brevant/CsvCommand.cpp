@@ -151,7 +151,7 @@ int run(const CsvOptions& options) {
     std::vector<std::uint64_t> malformedLines;
     if (!forEachCsvRecord(options.file, *separator, options.header, acceptHeader, keep, &error,
                           &malformedLines)) {
-        printError("csv: " + error);
+        printError(error);  // already "FILE: problem", like every file message of the tool
         return kExitFailure;
     }
 
