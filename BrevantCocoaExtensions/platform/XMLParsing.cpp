@@ -79,11 +79,22 @@ Text attributeValue(xmlDoc* document, xmlAttr* attribute) {
     return value;
 }
 
+// libxml2 drops a default value that does not fit its attribute's type ("~" for "(a|b)") but keeps the
+// declaration with no default at all, which it would write as the malformed <!ATTLIST e x (a|b)>. An
+// attribute without a default is #IMPLIED, so the declaration is written that way.
+void repairAttributeDeclaration(xmlNode* declaration) {
+    if (declaration->type != XML_ATTRIBUTE_DECL) return;
+    auto* attribute = reinterpret_cast<xmlAttribute*>(declaration);
+    if (attribute->def == XML_ATTRIBUTE_NONE && attribute->defaultValue == nullptr)
+        attribute->def = XML_ATTRIBUTE_IMPLIED;
+}
+
 // The declarations of the internal subset as libxml2 writes them, one a line.
 Text internalSubsetText(xmlDoc* document, xmlDtd* dtd) {
     std::unique_ptr<xmlBuffer, decltype(&xmlBufferFree)> buffer(xmlBufferCreate(), &xmlBufferFree);
     if (buffer == nullptr) return Text();
     for (xmlNode* declaration = dtd->children; declaration != nullptr; declaration = declaration->next) {
+        repairAttributeDeclaration(declaration);
         xmlNodeDump(buffer.get(), document, declaration, 0, 0);  // each declaration ends its own line
     }
     return Text(std::string_view(reinterpret_cast<const char*>(xmlBufferContent(buffer.get())),

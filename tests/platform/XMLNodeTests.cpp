@@ -191,6 +191,7 @@ TEST(XMLNode, WriterOutputParsesBackToTheSameTree) {
         "<r xmlns='urn:d' xmlns:p='urn:p'><p:a p:k='1'><b xmlns=''>in</b></p:a><c/></r>",
         "<r>\xF0\x9F\x98\x80 caf\xC3\xA9 \xE2\x98\xBA</r>",
         "<!DOCTYPE r [\n<!ENTITY e \"entity text\">\n]><r>&e;</r>",
+        "<!DOCTYPE r [<!ATTLIST r k (a|b) \"~\">]><r/>",  // a default outside its list is dropped
         "<r><p>Hello <b>big</b> <i>world</i>!</p>\n  <q>\n</q></r>"};
     for (const std::string& xml : documents) {
         auto original = parse(xml, bv::XMLNodePreserveCDATA);
