@@ -79,6 +79,12 @@ Text attributeValue(xmlDoc* document, xmlAttr* attribute) {
     return value;
 }
 
+// Recovery keeps a misplaced XML declaration (in the body or the internal subset) as a processing
+// instruction named "xml", a target no document may use; it is dropped, so the tree writes well-formed XML.
+bool isMisplacedXmlDeclaration(const xmlNode* node) {
+    return node->type == XML_PI_NODE && xmlStrcasecmp(node->name, BAD_CAST "xml") == 0;
+}
+
 // libxml2 drops a default value that does not fit its attribute's type ("~" for "(a|b)") but keeps the
 // declaration with no default at all, which it would write as the malformed <!ATTLIST e x (a|b)>. An
 // attribute without a default is #IMPLIED, so the declaration is written that way.
@@ -94,6 +100,7 @@ Text internalSubsetText(xmlDoc* document, xmlDtd* dtd) {
     std::unique_ptr<xmlBuffer, decltype(&xmlBufferFree)> buffer(xmlBufferCreate(), &xmlBufferFree);
     if (buffer == nullptr) return Text();
     for (xmlNode* declaration = dtd->children; declaration != nullptr; declaration = declaration->next) {
+        if (isMisplacedXmlDeclaration(declaration)) continue;
         repairAttributeDeclaration(declaration);
         xmlNodeDump(buffer.get(), document, declaration, 0, 0);  // each declaration ends its own line
     }
@@ -171,9 +178,7 @@ struct XMLTreeBuilder {
             case XML_COMMENT_NODE:
                 return XMLNode::makeComment(textOf(node->content));
             case XML_PI_NODE:
-                // Recovery keeps a misplaced XML declaration as a processing instruction named "xml", a
-                // target no document may use: it is dropped, so that the tree still writes well-formed XML.
-                if (xmlStrcasecmp(node->name, BAD_CAST "xml") == 0) return nullptr;
+                if (isMisplacedXmlDeclaration(node)) return nullptr;
                 return XMLNode::makeProcessingInstruction(textOf(node->name), textOf(node->content));
             case XML_DTD_NODE: {
                 auto* dtd = reinterpret_cast<xmlDtd*>(node);
