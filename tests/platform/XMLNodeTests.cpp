@@ -266,6 +266,12 @@ TEST(XMLNode, BadInputGivesAnErrorWithItsPlaceOrARecoveredTree) {
     auto recovered = XMLDocument::parseData("<a><b>x</a><c", bv::XMLDocumentTidyXML);
     ASSERT_TRUE(recovered && recovered->rootElement());
     EXPECT_EQ(recovered->rootElement()->xmlString(), "<a><b>x</b><c/></a>");
+    // A misplaced XML declaration is dropped, even inside the document type, so the output parses again.
+    for (const char* xml : {"<a><?xml version=\"1.0\"?></a>", "<!DOCTYPE a [<?xml version=\"1.0\"?>]><a/>"}) {
+        auto misplaced = XMLDocument::parseData(xml, bv::XMLDocumentTidyXML);
+        ASSERT_NE(misplaced, nullptr) << xml;
+        EXPECT_NE(XMLDocument::parseData(misplaced->xmlString(), 0), nullptr) << misplaced->xmlString();
+    }
     bv::Error error;
     EXPECT_EQ(XMLDocument::parseData("no markup at all", bv::XMLDocumentTidyXML, &error), nullptr);
     EXPECT_FALSE(error.failureReason.empty());
