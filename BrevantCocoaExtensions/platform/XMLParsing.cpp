@@ -108,6 +108,22 @@ Text internalSubsetText(xmlDoc* document, xmlDtd* dtd) {
                                  static_cast<std::size_t>(xmlBufferLength(buffer.get()))));
 }
 
+enum class AttributeReading { Namespace, PlainAttribute, Nothing };
+
+// What a plain parse makes of an attribute NAME="..." with an empty or non-empty value. libxml2 itself is
+// asked, since which characters it accepts in a prefix (its own name rules) decides the answer.
+AttributeReading howAParseReads(const Text& name, bool emptyValue) {
+    xmlsupport::ErrorCapture quiet;  // the probe's complaints are not the document's
+    const std::string probe = "<x " + name.toUtf8() + (emptyValue ? "=\"\"/>" : "=\"u\"/>");
+    DocumentPtr document(xmlReadMemory(probe.data(), static_cast<int>(probe.size()), nullptr, "UTF-8",
+                                       XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING),
+                         &xmlFreeDoc);
+    const xmlNode* root = document == nullptr ? nullptr : xmlDocGetRootElement(document.get());
+    if (root == nullptr) return AttributeReading::PlainAttribute;
+    if (root->nsDef != nullptr) return AttributeReading::Namespace;
+    return root->properties != nullptr ? AttributeReading::PlainAttribute : AttributeReading::Nothing;
+}
+
 }  // namespace
 
 // Copies libxml2's tree into the node model. Namespace URIs are shared between the elements that use them.
@@ -144,8 +160,9 @@ struct XMLTreeBuilder {
     }
 
     // Recovery leaves a namespace declaration it could not take (a malformed prefix) as a plain attribute
-    // named "xmlns" or "xmlns:...". A parse of the written tree would read it as a declaration, so it
-    // becomes one here (none for a prefix without a URI); answers whether the attribute was one.
+    // named "xmlns" or "xmlns:...". It becomes what a parse of the written tree would read: a declaration,
+    // nothing (a prefix without a URI), or still a plain attribute ("xmlns:2", whose prefix is no name).
+    // Answers whether the attribute was taken.
     bool addRecoveredNamespace(XMLElement& into, xmlAttr* attribute) {
         const std::string_view name = bytesOf(attribute->name);
         if (name == "xmlns") {
@@ -154,9 +171,16 @@ struct XMLTreeBuilder {
         }
         if (name.substr(0, 6) != "xmlns:") return false;
         const Text uri = attributeValue(document, attribute);
-        if (name.size() > 6 && !uri.empty())
-            into.addNamespace(XMLNode::makeNamespace(Text(name.substr(6)), uri));
-        return true;
+        switch (howAParseReads(textOf(attribute->name), uri.empty())) {
+            case AttributeReading::Namespace:
+                into.addNamespace(XMLNode::makeNamespace(Text(name.substr(6)), uri));
+                return true;
+            case AttributeReading::Nothing:
+                return true;
+            case AttributeReading::PlainAttribute:
+                return false;
+        }
+        return false;
     }
 
     void children(xmlNode* first, XMLParentNode& into) {

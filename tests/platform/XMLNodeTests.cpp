@@ -266,11 +266,17 @@ TEST(XMLNode, BadInputGivesAnErrorWithItsPlaceOrARecoveredTree) {
     auto recovered = XMLDocument::parseData("<a><b>x</a><c", bv::XMLDocumentTidyXML);
     ASSERT_TRUE(recovered && recovered->rootElement());
     EXPECT_EQ(recovered->rootElement()->xmlString(), "<a><b>x</b><c/></a>");
-    // A misplaced XML declaration is dropped, even inside the document type, so the output parses again.
-    for (const char* xml : {"<a><?xml version=\"1.0\"?></a>", "<!DOCTYPE a [<?xml version=\"1.0\"?>]><a/>"}) {
-        auto misplaced = XMLDocument::parseData(xml, bv::XMLDocumentTidyXML);
-        ASSERT_NE(misplaced, nullptr) << xml;
-        EXPECT_NE(XMLDocument::parseData(misplaced->xmlString(), 0), nullptr) << misplaced->xmlString();
+    // Recovered trees write XML that parses plainly and writes the same again: a misplaced XML declaration
+    // (even inside the document type) is dropped; a namespace declaration recovery could not take becomes
+    // what a parse reads ("xmlns:2" stays an attribute, beside the declaration the writer adds for "r:").
+    for (const char* xml : {"<a><?xml version=\"1.0\"?></a>", "<!DOCTYPE a [<?xml version=\"1.0\"?>]><a/>",
+                            "<r:0 xmlns=\"urn:d\" xmlns:2=\"urn:two\"/>"}) {
+        auto tidied = XMLDocument::parseData(xml, bv::XMLDocumentTidyXML);
+        ASSERT_NE(tidied, nullptr) << xml;
+        const std::string written = tidied->xmlString();
+        auto again = XMLDocument::parseData(written, 0);
+        ASSERT_NE(again, nullptr) << written;
+        EXPECT_EQ(again->xmlString(), written) << xml;
     }
     bv::Error error;
     EXPECT_EQ(XMLDocument::parseData("no markup at all", bv::XMLDocumentTidyXML, &error), nullptr);
