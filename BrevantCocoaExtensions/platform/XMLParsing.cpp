@@ -79,6 +79,31 @@ Text attributeValue(xmlDoc* document, xmlAttr* attribute) {
     return value;
 }
 
+// A parser context that never reads external content: external entities are declared without it and
+// no external subset is loaded.
+ContextPtr newParserContext() {
+    ContextPtr context(xmlNewParserCtxt(), &xmlFreeParserCtxt);
+    if (context != nullptr) {
+        context->sax->entityDecl = &xmlsupport::declareEntityWithoutExternalContent;
+        context->sax->externalSubset = nullptr;
+    }
+    return context;
+}
+
+// Whether a document type with this internal subset, written as the writer writes it, parses without
+// recovery.
+bool internalSubsetParses(const Text& subset) {
+    xmlsupport::ErrorCapture quiet;  // the probe's complaints are not the document's
+    ContextPtr context = newParserContext();
+    if (context == nullptr) return false;
+    const std::string probe = "<!DOCTYPE x [\n" + subset.toUtf8() + "]><x/>";
+    if (probe.size() > static_cast<std::size_t>(INT_MAX)) return false;
+    DocumentPtr document(xmlCtxtReadMemory(context.get(), probe.data(), static_cast<int>(probe.size()),
+                                           nullptr, "UTF-8", XML_PARSE_NONET | XML_PARSE_NOENT),
+                         &xmlFreeDoc);
+    return document != nullptr && context->wellFormed != 0;
+}
+
 // Recovery keeps a misplaced XML declaration (in the body or the internal subset) as a processing
 // instruction named "xml", a target no document may use; it is dropped, so the tree writes well-formed XML.
 bool isMisplacedXmlDeclaration(const xmlNode* node) {
@@ -208,8 +233,12 @@ struct XMLTreeBuilder {
                 auto* dtd = reinterpret_cast<xmlDtd*>(node);
                 // Recovery keeps a document type declaration without a name, which cannot be written back.
                 if (dtd->name == nullptr || *dtd->name == 0) return nullptr;
+                Text subset = internalSubsetText(document, dtd);
+                // Recovery can keep declarations that cannot be written back well-formed (an entity value
+                // holding "&#" with no number after it); such an internal subset is dropped whole.
+                if (!subset.empty() && !internalSubsetParses(subset)) subset = Text();
                 return XMLDTDNode::make(textOf(dtd->name), textOf(dtd->ExternalID), textOf(dtd->SystemID),
-                                        internalSubsetText(document, dtd));
+                                        std::move(subset));
             }
             default:  // an entity reference left unresolved by recovery, XInclude markers
                 return nullptr;
@@ -227,13 +256,11 @@ std::shared_ptr<XMLDocument> parseBytes(std::string_view bytes, unsigned options
         return nullptr;
     }
     xmlsupport::ErrorCapture capture;
-    ContextPtr context(xmlNewParserCtxt(), &xmlFreeParserCtxt);
+    ContextPtr context = newParserContext();
     if (context == nullptr) {
         Error::report(error, xmlsupport::parseError(std::nullopt, "Out of memory."));
         return nullptr;
     }
-    context->sax->entityDecl = &xmlsupport::declareEntityWithoutExternalContent;
-    context->sax->externalSubset = nullptr;
     bool tidy = (options & XMLDocumentTidyXML) != 0;
     int parseOptions = XML_PARSE_NONET | XML_PARSE_NOENT;
     if (tidy) parseOptions |= XML_PARSE_RECOVER;
