@@ -149,13 +149,42 @@ AttributeReading howAParseReads(const Text& name, bool emptyValue) {
     return root->properties != nullptr ? AttributeReading::PlainAttribute : AttributeReading::Nothing;
 }
 
+// Whether a plain parse of "<NAME/>" (an element) or "<x NAME="v"/>" (an attribute) reads NAME back as the
+// same qualified name. Recovery keeps names that are none ("\u00B7", or bytes that are not UTF-8 and so
+// become U+FFFD here); libxml2 itself is asked, since its own name rules decide.
+bool parsesAsName(const Text& name, bool forAttribute) {
+    xmlsupport::ErrorCapture quiet;  // the probe's complaints are not the document's
+    const std::string bytes = name.toUtf8();
+    const std::string probe = forAttribute ? "<x " + bytes + "=\"v\"/>" : "<" + bytes + "/>";
+    if (probe.size() > static_cast<std::size_t>(INT_MAX)) return false;
+    DocumentPtr document(xmlReadMemory(probe.data(), static_cast<int>(probe.size()), nullptr, "UTF-8",
+                                       XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING),
+                         &xmlFreeDoc);
+    const xmlNode* root = document == nullptr ? nullptr : xmlDocGetRootElement(document.get());
+    if (root == nullptr) return false;
+    if (!forAttribute) return qualifiedName(root->ns, root->name) == name;
+    const xmlAttr* attribute = root->properties;
+    return attribute != nullptr && attribute->next == nullptr &&
+           qualifiedName(attribute->ns, attribute->name) == name;
+}
+
 }  // namespace
 
 // Copies libxml2's tree into the node model. Namespace URIs are shared between the elements that use them.
 struct XMLTreeBuilder {
     xmlDoc* document;
     bool keepWhitespace;
+    bool recovered;  // the document was not well-formed: names are checked before they are kept
     std::unordered_map<std::string_view, std::shared_ptr<const Text>> uris;
+    std::unordered_map<std::string, bool> writableNames;  // "<" element or "@" attribute, then the name
+
+    // Whether a name reads back as itself when written; always so in a well-formed document.
+    bool isWritable(const Text& name, bool forAttribute) {
+        if (!recovered) return true;
+        auto [entry, added] = writableNames.try_emplace((forAttribute ? "@" : "<") + name.toUtf8());
+        if (added) entry->second = parsesAsName(name, forAttribute);
+        return entry->second;
+    }
 
     std::shared_ptr<const Text> uriOf(const xmlNs* ns) {
         if (ns == nullptr || ns->href == nullptr || *ns->href == 0) return nullptr;
@@ -176,8 +205,9 @@ struct XMLTreeBuilder {
         for (xmlAttr* attribute = source->properties; attribute != nullptr; attribute = attribute->next) {
             const xmlNs* ns = attribute->ns;
             if (ns == nullptr && addRecoveredNamespace(*made, attribute)) continue;
-            made->addAttribute(XMLNode::makeAttribute(qualifiedName(ns, attribute->name),
-                                                      attributeValue(document, attribute),
+            Text name = qualifiedName(ns, attribute->name);
+            if (!isWritable(name, true)) continue;  // recovered junk that no parse would read as a name
+            made->addAttribute(XMLNode::makeAttribute(std::move(name), attributeValue(document, attribute),
                                                       ns == nullptr ? Text() : textOf(ns->href)));
         }
         children(source->children, *made);
@@ -211,6 +241,13 @@ struct XMLTreeBuilder {
     void children(xmlNode* first, XMLParentNode& into) {
         bool dropLayout = !keepWhitespace && holdsMarkup(first);
         for (xmlNode* node = first; node != nullptr; node = node->next) {
+            // A recovered element whose name is none gives way to its content, which is kept.
+            if (node->type == XML_ELEMENT_NODE && node->parent != nullptr &&
+                node->parent->type == XML_ELEMENT_NODE &&
+                !isWritable(qualifiedName(node->ns, node->name), false)) {
+                children(node->children, into);
+                continue;
+            }
             if (std::shared_ptr<XMLNode> made = convert(node, dropLayout)) into.addChild(made);
         }
     }
@@ -278,7 +315,14 @@ std::shared_ptr<XMLDocument> parseBytes(std::string_view bytes, unsigned options
     if (document->version != nullptr) made->setVersion(textOf(document->version));
     if (document->encoding != nullptr) made->setCharacterEncoding(textOf(document->encoding));
     made->setStandalone(document->standalone == 1);
-    XMLTreeBuilder builder{document.get(), (options & XMLNodePreserveWhitespace) != 0, {}};
+    XMLTreeBuilder builder{
+        document.get(), (options & XMLNodePreserveWhitespace) != 0, context->wellFormed == 0, {}, {}};
+    const xmlNode* root = xmlDocGetRootElement(document.get());
+    if (!builder.isWritable(qualifiedName(root->ns, root->name), false)) {
+        Error::report(error,
+                      xmlsupport::parseError(capture.mostRelevant(), "The root element has no valid name."));
+        return nullptr;
+    }
     builder.children(document->children, *made);
     return made;
 }
