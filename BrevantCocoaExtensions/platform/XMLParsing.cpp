@@ -133,16 +133,22 @@ Text internalSubsetText(xmlDoc* document, xmlDtd* dtd) {
                                  static_cast<std::size_t>(xmlBufferLength(buffer.get()))));
 }
 
+// Parses a small probe document plainly and quietly (its complaints are not the document's); null when it
+// is not well-formed.
+DocumentPtr parseProbe(const std::string& probe) {
+    xmlsupport::ErrorCapture quiet;
+    if (probe.size() > static_cast<std::size_t>(INT_MAX)) return DocumentPtr(nullptr, &xmlFreeDoc);
+    return DocumentPtr(xmlReadMemory(probe.data(), static_cast<int>(probe.size()), nullptr, "UTF-8",
+                                     XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING),
+                       &xmlFreeDoc);
+}
+
 enum class AttributeReading { Namespace, PlainAttribute, Nothing };
 
 // What a plain parse makes of an attribute NAME="..." with an empty or non-empty value. libxml2 itself is
 // asked, since which characters it accepts in a prefix (its own name rules) decides the answer.
 AttributeReading howAParseReads(const Text& name, bool emptyValue) {
-    xmlsupport::ErrorCapture quiet;  // the probe's complaints are not the document's
-    const std::string probe = "<x " + name.toUtf8() + (emptyValue ? "=\"\"/>" : "=\"u\"/>");
-    DocumentPtr document(xmlReadMemory(probe.data(), static_cast<int>(probe.size()), nullptr, "UTF-8",
-                                       XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING),
-                         &xmlFreeDoc);
+    const DocumentPtr document = parseProbe("<x " + name.toUtf8() + (emptyValue ? "=\"\"/>" : "=\"u\"/>"));
     const xmlNode* root = document == nullptr ? nullptr : xmlDocGetRootElement(document.get());
     if (root == nullptr) return AttributeReading::PlainAttribute;
     if (root->nsDef != nullptr) return AttributeReading::Namespace;
@@ -153,13 +159,8 @@ AttributeReading howAParseReads(const Text& name, bool emptyValue) {
 // same qualified name. Recovery keeps names that are none ("\u00B7", or bytes that are not UTF-8 and so
 // become U+FFFD here); libxml2 itself is asked, since its own name rules decide.
 bool parsesAsName(const Text& name, bool forAttribute) {
-    xmlsupport::ErrorCapture quiet;  // the probe's complaints are not the document's
     const std::string bytes = name.toUtf8();
-    const std::string probe = forAttribute ? "<x " + bytes + "=\"v\"/>" : "<" + bytes + "/>";
-    if (probe.size() > static_cast<std::size_t>(INT_MAX)) return false;
-    DocumentPtr document(xmlReadMemory(probe.data(), static_cast<int>(probe.size()), nullptr, "UTF-8",
-                                       XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING),
-                         &xmlFreeDoc);
+    const DocumentPtr document = parseProbe(forAttribute ? "<x " + bytes + "=\"v\"/>" : "<" + bytes + "/>");
     const xmlNode* root = document == nullptr ? nullptr : xmlDocGetRootElement(document.get());
     if (root == nullptr) return false;
     if (!forAttribute) return qualifiedName(root->ns, root->name) == name;
