@@ -242,8 +242,9 @@ struct XMLTreeBuilder {
     void children(xmlNode* first, XMLParentNode& into) {
         bool dropLayout = !keepWhitespace && holdsMarkup(first);
         for (xmlNode* node = first; node != nullptr; node = node->next) {
-            // A recovered element whose name is none gives way to its content, which is kept.
-            if (node->type == XML_ELEMENT_NODE && node->parent != nullptr &&
+            // A recovered element whose name is none gives way to its content, which is kept. (The name is
+            // only built for a recovered document: a well-formed one never needs the check.)
+            if (recovered && node->type == XML_ELEMENT_NODE && node->parent != nullptr &&
                 node->parent->type == XML_ELEMENT_NODE &&
                 !isWritable(qualifiedName(node->ns, node->name), false)) {
                 children(node->children, into);
