@@ -3,8 +3,9 @@
 # Usage: scripts/install-deps.sh [--fuzz]   (--fuzz adds clang and its sanitizer runtime)
 set -euo pipefail
 
-packages=(build-essential cmake ninja-build pkg-config libicu-dev libxml2-dev libssl-dev
-          libgtest-dev libgmock-dev libbenchmark-dev libcli11-dev nlohmann-json3-dev libcsv-dev)
+packages=(build-essential cmake ninja-build pkg-config ccache libicu-dev libxml2-dev libssl-dev
+          libgtest-dev libgmock-dev libbenchmark-dev libcli11-dev nlohmann-json3-dev libcsv-dev
+          libsystemd-dev uuid-dev dbus-daemon shared-mime-info zip unzip p7zip-full)
 if [[ "${1:-}" == "--fuzz" ]]; then
   packages+=(clang-14 libclang-rt-14-dev)
 fi
