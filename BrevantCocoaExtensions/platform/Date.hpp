@@ -2,6 +2,7 @@
 #pragma once
 
 #include <compare>
+#include <functional>
 
 namespace bv {
 
@@ -15,8 +16,12 @@ class Date {
     [[nodiscard]] static constexpr Date fromTimeIntervalSinceReferenceDate(double seconds) {
         return Date(seconds + kReferenceDateOffset);
     }
-    // The current instant.
+    // The current instant, from the clock installed by setClock (the system clock by default). Everything in
+    // the library that depends on "now" reads it here, so a test can make it exact.
     [[nodiscard]] static Date now();
+    // Installs the clock that now() reads and answers the previous one; an empty function restores the system
+    // clock. Not thread-safe: install it before the calls that read it.
+    static std::function<Date()> setClock(std::function<Date()> clock);
 
     [[nodiscard]] constexpr double timeIntervalSince1970() const noexcept { return seconds_; }
     [[nodiscard]] constexpr double timeIntervalSinceReferenceDate() const noexcept {
