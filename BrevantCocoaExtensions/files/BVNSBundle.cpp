@@ -7,6 +7,7 @@
 #include <cctype>
 #include <filesystem>
 #include <string>
+#include <typeinfo>
 #include <utility>
 
 #include "BrevantCocoaExtensions/platform/Log.hpp"
@@ -25,8 +26,9 @@ std::optional<Text> asText(const std::optional<std::string>& path) {
     return Text(*path);
 }
 
-// The Itanium-mangled name of the type information of a class named "A::B::C", or empty when a component
-// is not a plain identifier.
+// The Itanium-mangled symbol of the type-name string of a class named "A::B::C", or empty when a component
+// is not a plain identifier. The name string, unlike the type information object, is never copied into a
+// program that uses the class, so its address tells which object file defines the class.
 std::string typeInfoSymbol(const std::string& className) {
     std::string mangled;
     std::size_t components = 0;
@@ -40,7 +42,7 @@ std::string typeInfoSymbol(const std::string& className) {
         ++components;
         start = end + 2;
     }
-    return components == 1 ? "_ZTI" + mangled : "_ZTIN" + mangled + "E";
+    return components == 1 ? "_ZTS" + mangled : "_ZTSN" + mangled + "E";
 }
 
 // The bundle that defines the named class, or null.
@@ -104,9 +106,7 @@ std::optional<Text> bundlePathForIdentifier(const Text& identifier) {
 }
 
 std::shared_ptr<Bundle> bundleContainingClassOfInstance(const Object& object) {
-    // The first word of a polymorphic object points into its class's virtual table.
-    const void* virtualTable = *reinterpret_cast<const void* const*>(&object);
-    auto bundle = Bundle::bundleForAddress(virtualTable);
+    auto bundle = Bundle::bundleForAddress(typeid(object).name());  // the defining file's type-name string
     return bundle ? bundle : Bundle::mainBundle();
 }
 

@@ -35,8 +35,8 @@ InterfaceFileLoader setInterfaceFileLoader(InterfaceFileLoader loader);
 // The built-in plug-ins folder (Contents/PlugIns, not the bundle's own folder) of the process's bundle
 // whose "CFBundleIdentifier" is the identifier; null when no bundle has it.
 [[nodiscard]] std::optional<Text> bundlePathForIdentifier(const Text& identifier);
-// The bundle that defines the object's class (the object file holding its virtual table); the main bundle
-// when that cannot be told.
+// The bundle that defines the object's class (the object file holding its type information); the main
+// bundle when that cannot be told.
 [[nodiscard]] std::shared_ptr<Bundle> bundleContainingClassOfInstance(const Object& object);
 // The main bundle's resource Scripts/NAME.scpt, or null.
 [[nodiscard]] std::optional<Text> pathOfAppleScriptNamed(const Text& name);
@@ -45,7 +45,7 @@ InterfaceFileLoader setInterfaceFileLoader(InterfaceFileLoader loader);
 // null on failure.
 [[nodiscard]] std::optional<ValueArray> topLevelNibObjectsForLoadedNibNamedOwnedBy(
     const Bundle& self, const Text& name, const std::shared_ptr<Object>& owner);
-// The name is a class's ("A::B", found through its exported type information) and, by its last component,
+// The name is a class's ("A::B", found through its exported type-name symbol) and, by its last component,
 // the interface file's; the file is loaded from the bundle that defines the class. A class name without
 // "::" is also looked for in namespace bv. Logs "NAME Nib failed to load from plug-in." on failure.
 [[nodiscard]] std::optional<ValueArray> topLevelNibObjectsForLoadedClassNibNamedOwnedBy(
