@@ -18,6 +18,7 @@
 #include "fuzz/harness/Entities.hpp"
 #include "fuzz/harness/HexReading.hpp"
 #include "fuzz/harness/NumberReading.hpp"
+#include "fuzz/harness/NumberValidation.hpp"
 #include "fuzz/harness/PlatformBase64.hpp"
 #include "fuzz/harness/PropertyListReading.hpp"
 #include "fuzz/harness/TextUtf8.hpp"
@@ -43,6 +44,7 @@ const Target kTargets[] = {
     {"entities", bv::fuzz::entities},
     {"hex", bv::fuzz::hexReading},
     {"number_reading", bv::fuzz::numberReading},
+    {"number_validation", bv::fuzz::numberValidation},
     {"platform_base64", bv::fuzz::platformBase64},
     {"property_list", bv::fuzz::propertyListReading},
     {"text_utf8", bv::fuzz::textUtf8},
