@@ -61,14 +61,20 @@ pid_t spawnWriter(const std::string& path, int writer, int rounds) {
     return pid;
 }
 
+// A settings folder of its own under temporary suite folders.
+struct SettingsFolder {
+    bvtest::SuiteFolders folders;
+    std::string folder = folders.root() + "/Settings";
+    std::string path = folder + "/Settings.xml";
+    SettingsFolder() { fs::create_directories(folder); }
+};
+
 }  // namespace
 
 TEST(SettingsReliability, FourConcurrentWritersLeaveOneWholeSaveAndNoTemporaryFile) {
     bvtest::PrivateBus bus;
-    bvtest::SuiteFolders folders;
-    const std::string folder = folders.root() + "/Settings";
-    fs::create_directories(folder);
-    const std::string path = folder + "/Settings.xml";
+    const SettingsFolder scratch;
+    const std::string &folder = scratch.folder, &path = scratch.path;
     stamped(0, 0).saveAtPath(Text(path));
     constexpr int kWriters = 4, kRounds = 500;
     std::vector<pid_t> writers;
@@ -94,10 +100,8 @@ TEST(SettingsReliability, FourConcurrentWritersLeaveOneWholeSaveAndNoTemporaryFi
 }
 
 TEST(SettingsReliability, AWriterKilledMidSaveLeavesTheOldOrTheNewSettings) {
-    bvtest::SuiteFolders folders;
-    const std::string folder = folders.root() + "/Settings";
-    fs::create_directories(folder);
-    const std::string path = folder + "/Settings.xml";
+    const SettingsFolder scratch;
+    const std::string &folder = scratch.folder, &path = scratch.path;
     stamped(1, 0).saveAtPath(Text(path));
     std::mt19937 random(20261123);
     std::uniform_int_distribution<int> delayMicros(0, 20'000);
@@ -120,10 +124,8 @@ TEST(SettingsReliability, AWriterKilledMidSaveLeavesTheOldOrTheNewSettings) {
 
 TEST(SettingsReliability, TheNoticeReachesAnotherProcessOnlyAfterTheFileIsComplete) {
     bvtest::PrivateBus bus;
-    bvtest::SuiteFolders folders;
-    const std::string folder = folders.root() + "/Settings";
-    fs::create_directories(folder);
-    const std::string path = folder + "/Settings.xml";
+    const SettingsFolder scratch;
+    const std::string &folder = scratch.folder, &path = scratch.path;
     int toParent[2], ready[2];
     ASSERT_EQ(pipe(toParent), 0);
     ASSERT_EQ(pipe(ready), 0);
