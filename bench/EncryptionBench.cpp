@@ -105,3 +105,4 @@ BENCHMARK(BM_Encrypt_OpenSSL)->Arg(1 << 20)->Arg(16)->Unit(benchmark::kMicroseco
 BENCHMARK(BM_Decrypt_Library)->Arg(1 << 20)->Arg(16)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_Decrypt_OpenSSL)->Arg(1 << 20)->Arg(16)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_Derivation_OpenSSL)->Unit(benchmark::kMicrosecond);
+BENCHMARK_MAIN();
