@@ -125,7 +125,7 @@ TEST(SettingsReliability, AWriterKilledMidSaveLeavesTheOldOrTheNewSettings) {
 TEST(SettingsReliability, TheNoticeReachesAnotherProcessOnlyAfterTheFileIsComplete) {
     bvtest::PrivateBus bus;
     const SettingsFolder scratch;
-    const std::string &folder = scratch.folder, &path = scratch.path;
+    const std::string& path = scratch.path;
     int toParent[2], ready[2];
     ASSERT_EQ(pipe(toParent), 0);
     ASSERT_EQ(pipe(ready), 0);
