@@ -1,17 +1,15 @@
-// TolvernSettings: the exact file, the reading rules, damaged files, and the notice after a save.
+// TolvernSettings: the exact file, the reading rules and damaged files (the notice after a save is tested
+// across processes in SettingsReliabilityTests).
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <string>
 
 #include "BrevantCocoaExtensions/files/TolvernSettings.hpp"
-#include "BrevantCocoaExtensions/platform/NotificationCenter.hpp"
 #include "files/SuiteFolders.hpp"
-#include "support/PrivateBus.hpp"
 
 using bv::Text;
 using bv::TolvernSettings;
-using namespace std::chrono_literals;
 
 TEST(TolvernSettings, SavesTheExactDocumentWithVersionOneUniversallyWritable) {
     bvtest::SuiteFolders folders;
@@ -88,22 +86,4 @@ TEST(TolvernSettings, DamagedEmptyBinaryOrHugeFilesGiveTheDefaults) {
         EXPECT_EQ(TolvernSettings::settingsFromDefaultFile(), TolvernSettings()) << content.substr(0, 20);
     }
     EXPECT_EQ(TolvernSettings::settingsAtPath(Text(folders.root() + "/missing.xml")), std::nullopt);
-}
-
-TEST(TolvernSettings, SaveReachesObserversAfterTheFileIsComplete) {
-    bvtest::PrivateBus bus;
-    bvtest::SuiteFolders folders;
-    (void)folders.makeSupportFiles();
-    std::vector<TolvernSettings> seen;
-    auto observer = bv::NotificationCenter::addObserverForName(
-        Text("BVTolvernSettingsChanged"),
-        [&](const Text&) { seen.push_back(TolvernSettings::settingsFromDefaultFile()); });
-    ASSERT_NE(observer, nullptr);
-    TolvernSettings settings;
-    settings.setCollaborationWebServerPort(1234);
-    settings.save();
-    for (int round = 0; round < 20 && seen.empty(); ++round)
-        (void)observer->waitAndProcess(500ms);
-    ASSERT_EQ(seen.size(), 1u);
-    EXPECT_EQ(seen[0].collaborationWebServerPort(), 1234);
 }
