@@ -41,7 +41,8 @@ int writeAndClose(int descriptor, const void* bytes, std::size_t length, bool sy
     return code;
 }
 
-bool writeAtomically(const std::string& path, const void* bytes, std::size_t length, Error* error) {
+bool writeAtomically(const std::string& path, const void* bytes, std::size_t length, Error* error,
+                     unsigned mode) {
     std::filesystem::path target(path);
     std::string hidden = ".";
     hidden.append(target.filename().string()).append(".XXXXXX");
@@ -49,7 +50,7 @@ bool writeAtomically(const std::string& path, const void* bytes, std::size_t len
         (target.parent_path().empty() ? std::filesystem::path(".") : target.parent_path()) / hidden;
     int descriptor = ::mkstemp(pattern.data());
     if (descriptor < 0) return fail(error, path, errno);
-    ::fchmod(descriptor, 0644);
+    ::fchmod(descriptor, static_cast<mode_t>(mode));
     if (int code = writeAndClose(descriptor, bytes, length, true); code != 0) {
         ::unlink(pattern.c_str());
         return fail(error, path, code);
@@ -65,9 +66,10 @@ bool writeAtomically(const std::string& path, const void* bytes, std::size_t len
 }  // namespace
 
 bool writeBytesToFile(const std::string& path, const void* bytes, std::size_t length, bool atomically,
-                      Error* error) {
-    if (atomically) return writeAtomically(path, bytes, length, error);
-    int descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+                      Error* error, unsigned mode) {
+    if (atomically) return writeAtomically(path, bytes, length, error, mode);
+    int descriptor =
+        ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, static_cast<mode_t>(mode));
     if (descriptor < 0) return fail(error, path, errno);
     if (int code = writeAndClose(descriptor, bytes, length, false); code != 0) return fail(error, path, code);
     return true;

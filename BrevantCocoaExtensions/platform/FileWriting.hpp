@@ -12,9 +12,11 @@
 
 namespace bv {
 
-// Writes the bytes to the path; false with *error (POSIX domain, errno code) on failure.
+// Writes the bytes to the path; false with *error (POSIX domain, errno code) on failure. A new file (and
+// the temporary file of an atomic write) gets the mode from its creation on, so an owner-only file is never
+// readable by others, not even for a moment.
 bool writeBytesToFile(const std::string& path, const void* bytes, std::size_t length, bool atomically,
-                      Error* error = nullptr);
+                      Error* error = nullptr, unsigned mode = 0644);
 
 // Sets the POSIX permission bits of a path; false on failure (errno left set).
 bool setPosixPermissions(const std::string& path, unsigned mode);

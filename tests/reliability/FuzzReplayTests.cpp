@@ -12,15 +12,18 @@
 #include "fuzz/harness/Base36.hpp"
 #include "fuzz/harness/Base64Decoding.hpp"
 #include "fuzz/harness/Components.hpp"
+#include "fuzz/harness/CredentialsDocument.hpp"
 #include "fuzz/harness/CsvFile.hpp"
 #include "fuzz/harness/CsvLine.hpp"
 #include "fuzz/harness/DecodeText.hpp"
+#include "fuzz/harness/Decryption.hpp"
 #include "fuzz/harness/Entities.hpp"
 #include "fuzz/harness/HexReading.hpp"
 #include "fuzz/harness/NumberReading.hpp"
 #include "fuzz/harness/NumberValidation.hpp"
 #include "fuzz/harness/PlatformBase64.hpp"
 #include "fuzz/harness/PropertyListReading.hpp"
+#include "fuzz/harness/SettingsLoader.hpp"
 #include "fuzz/harness/TextUtf8.hpp"
 #include "fuzz/harness/XmlDocument.hpp"
 #include "fuzz/harness/XmlParser.hpp"
@@ -38,15 +41,18 @@ const Target kTargets[] = {
     {"base36", bv::fuzz::base36},
     {"base64", bv::fuzz::base64Decoding},
     {"components", bv::fuzz::components},
+    {"credentials_document", bv::fuzz::credentialsDocument},
     {"csv_file", bv::fuzz::csvFile},
     {"csv_line", bv::fuzz::csvLine},
     {"decode_text", bv::fuzz::decodeText},
+    {"decryption", bv::fuzz::decryption},
     {"entities", bv::fuzz::entities},
     {"hex", bv::fuzz::hexReading},
     {"number_reading", bv::fuzz::numberReading},
     {"number_validation", bv::fuzz::numberValidation},
     {"platform_base64", bv::fuzz::platformBase64},
     {"property_list", bv::fuzz::propertyListReading},
+    {"settings_loader", bv::fuzz::settingsLoader},
     {"text_utf8", bv::fuzz::textUtf8},
     {"xml_document", bv::fuzz::xmlDocument},
     {"xml_parser", bv::fuzz::xmlParser},
