@@ -163,6 +163,9 @@ class BVUtilities {
     // The abbreviation of the state, named in any case; null when unknown. Lines are split at ", ", so a
     // line with a comma but no space gives a name but no abbreviation.
     [[nodiscard]] static std::optional<Text> abbreviationForState(const Text& state);
+    // The abbreviation of the state named in the suite's shared settings (read afresh from the settings
+    // file, or the defaults when it cannot be read); null when that state is unknown or empty.
+    [[nodiscard]] static std::optional<Text> currentStateAbbreviation();
 };
 
 }  // namespace bv

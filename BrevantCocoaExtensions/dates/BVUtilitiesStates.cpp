@@ -11,6 +11,7 @@
 
 #include "BrevantCocoaExtensions/dates/BVUtilities.hpp"
 #include "BrevantCocoaExtensions/files/BVNSBundle.hpp"
+#include "BrevantCocoaExtensions/files/TolvernSettings.hpp"
 #include "BrevantCocoaExtensions/platform/AlertCenter.hpp"
 #include "BrevantCocoaExtensions/platform/Log.hpp"
 #include "BrevantCocoaExtensions/text/BVNSString.hpp"
@@ -123,6 +124,10 @@ std::optional<Text> BVUtilities::abbreviationForState(const Text& state) {
     const auto found = abbreviations.find(state.uppercased());
     if (found == abbreviations.end() || found->second.text() == nullptr) return std::nullopt;
     return *found->second.text();
+}
+
+std::optional<Text> BVUtilities::currentStateAbbreviation() {
+    return abbreviationForState(TolvernSettings::settingsFromDefaultFile().state());
 }
 
 }  // namespace bv

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <string>
 
+#include "BrevantCocoaExtensions/dates/BVUtilities.hpp"
 #include "BrevantCocoaExtensions/files/TolvernSettings.hpp"
 #include "files/SuiteFolders.hpp"
 
@@ -86,4 +87,17 @@ TEST(TolvernSettings, DamagedEmptyBinaryOrHugeFilesGiveTheDefaults) {
         EXPECT_EQ(TolvernSettings::settingsFromDefaultFile(), TolvernSettings()) << content.substr(0, 20);
     }
     EXPECT_EQ(TolvernSettings::settingsAtPath(Text(folders.root() + "/missing.xml")), std::nullopt);
+}
+
+TEST(TolvernSettings, CurrentStateAbbreviationFollowsTheSavedState) {
+    bvtest::SuiteFolders folders;
+    (void)folders.makeSupportFiles();
+    EXPECT_EQ(bv::BVUtilities::currentStateAbbreviation(), std::nullopt) << "empty state in the defaults";
+    TolvernSettings settings;
+    settings.setState(Text("new york"));
+    settings.saveAtPath(*TolvernSettings::defaultPath());
+    EXPECT_EQ(bv::BVUtilities::currentStateAbbreviation(), Text("NY"));
+    settings.setState(Text("Atlantis"));
+    settings.saveAtPath(*TolvernSettings::defaultPath());
+    EXPECT_EQ(bv::BVUtilities::currentStateAbbreviation(), std::nullopt);
 }
