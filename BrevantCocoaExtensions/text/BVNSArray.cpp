@@ -12,7 +12,7 @@
 #include "BrevantCocoaExtensions/text/BVNSMutableArray.hpp"
 #include "BrevantCocoaExtensions/text/BVNSSortDescriptor.hpp"
 #include "BrevantCocoaExtensions/text/BVNSString.hpp"
-#include "BrevantCocoaExtensions/text/TypedValue.hpp"
+#include "BrevantCocoaExtensions/text/TypedValueInternal.hpp"
 
 namespace bv::BVNSArray {
 

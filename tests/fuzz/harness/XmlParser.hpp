@@ -24,7 +24,7 @@ inline void xmlParser(const std::uint8_t* data, std::size_t size) {
     const std::string_view document = input.substr(std::min(lineEnd + 1, input.size()));
     const ByteData bytes(document.begin(), document.end());
 
-    const auto results = BVXMLParser::resultsOfDataToParseSeekingDesiredElements(bytes, wanted);
+    const auto results = *BVXMLParser().resultsOfDataToParseSeekingDesiredElements(bytes, wanted);
     for (const auto& [name, value] : results)
         check(std::find(wanted.begin(), wanted.end(), name) != wanted.end(), "only wanted names are found");
 
@@ -35,8 +35,8 @@ inline void xmlParser(const std::uint8_t* data, std::size_t size) {
     check(fromFile == results, "a file gives the same results as the same bytes in memory");
 
     BVXMLParser parser;
-    const auto first = *BVXMLParser::resultsOfDataToParseSeekingDesiredElements(parser, bytes, wanted);
-    const auto merged = *BVXMLParser::resultsOfDataToParseSeekingDesiredElements(parser, bytes, wanted);
+    const auto first = *parser.resultsOfDataToParseSeekingDesiredElements(bytes, wanted);
+    const auto merged = *parser.resultsOfDataToParseSeekingDesiredElements(bytes, wanted);
     check(first == results, "the instance form collects the same results");
     for (const auto& entry : first)
         check(merged.count(entry.first) == 1, "a second run keeps the first run's names");
