@@ -262,6 +262,8 @@ struct EntityGuardHooks {
         if (guard == nullptr || entity == nullptr || context != guard->mainContext_) return entity;
         if (guard->refusal_) return nullptr;
         auto* parser = static_cast<xmlParserCtxtPtr>(context);
+        if (parser->inSubset != 0)
+            return entity;  // a look-up of the DTD itself, not a reference in the content
         return spend(*guard, context, expandedSize(*guard, parser->myDoc, entity, 0)) ? entity : nullptr;
     }
 
@@ -270,6 +272,8 @@ struct EntityGuardHooks {
         EntityGuard* guard = tInnermostGuard;
         if (guard == nullptr || entity == nullptr) return entity;
         if (guard->refusal_) return nullptr;
+        // libxml2 looks a new internal entity up once, right after declaring it, to keep its raw value.
+        if (entity->etype == XML_INTERNAL_PARAMETER_ENTITY && entity->orig == nullptr) return entity;
         std::uint64_t size = static_cast<std::uint64_t>(std::max(entity->length, 0));
         if (entity->etype == XML_EXTERNAL_PARAMETER_ENTITY) {
             Loaded loaded = read(*guard, reinterpret_cast<const char*>(entity->URI));

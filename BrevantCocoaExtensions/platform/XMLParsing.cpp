@@ -372,7 +372,8 @@ std::shared_ptr<XMLDocument> XMLDocument::parseFile(const std::string& path, uns
         return nullptr;
     }
     std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    return parseBytes(bytes, options, path, nullptr, error);
+    // An absolute name, so that libxml2 resolves entity names to absolute paths.
+    return parseBytes(bytes, options, std::filesystem::absolute(path).string(), nullptr, error);
 }
 
 }  // namespace bv

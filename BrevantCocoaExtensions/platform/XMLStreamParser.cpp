@@ -158,8 +158,11 @@ class XMLStreamParser::Session {
         xmlSAXHandler sax = XMLStreamEvents::handler(owner_.resolveExternalEntities_);
         guard_.setInputSize(firstLength);
         fed_ = firstLength;
+        // An absolute name, so that libxml2 resolves entity names to absolute paths.
+        const std::string absolute =
+            documentPath.empty() ? documentPath : std::filesystem::absolute(documentPath).string();
         context_ = xmlCreatePushParserCtxt(&sax, nullptr, firstBytes, static_cast<int>(firstLength),
-                                           documentPath.empty() ? nullptr : documentPath.c_str());
+                                           absolute.empty() ? nullptr : absolute.c_str());
         if (context_ == nullptr) return;
         context_->_private = &owner_;
         guard_.watch(context_);
