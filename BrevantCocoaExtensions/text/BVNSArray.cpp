@@ -9,6 +9,7 @@
 #include "BrevantCocoaExtensions/platform/Exceptions.hpp"
 #include "BrevantCocoaExtensions/platform/KeyValue.hpp"
 #include "BrevantCocoaExtensions/platform/SortDescriptor.hpp"
+#include "BrevantCocoaExtensions/text/BVNSArrayInternal.hpp"
 #include "BrevantCocoaExtensions/text/BVNSMutableArray.hpp"
 #include "BrevantCocoaExtensions/text/BVNSSortDescriptor.hpp"
 #include "BrevantCocoaExtensions/text/BVNSString.hpp"
