@@ -14,7 +14,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <climits>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -108,7 +107,7 @@ std::string folderOfDocument(const std::string& documentPath) {
     return realPathOf(parent.empty() ? "." : parent);
 }
 
-// Reads at most `limit` + 1 bytes from an open descriptor.
+// Reads an open descriptor to its end, or until it has given more than `limit` bytes.
 bool readUpTo(int descriptor, std::uint64_t limit, std::string& out) {
     char buffer[64 * 1024];
     while (out.size() <= limit) {
