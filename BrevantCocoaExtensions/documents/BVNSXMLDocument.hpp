@@ -11,7 +11,8 @@
 namespace bv::BVNSXMLDocument {
 
 // A new document read from the file with the parse options (XMLDocumentTidyXML, XMLNodePreserveCDATA, ...);
-// null for a null path, and null with *error when the file cannot be read or parsed.
+// null for a null path, and null with *error when the file cannot be read or parsed. External entities load
+// only from regular files in the file's own folder or below it; a refused one fails the parse.
 [[nodiscard]] std::shared_ptr<XMLDocument> initWithContentsAtPathOptionsError(const std::optional<Text>& path,
                                                                               unsigned options, Error* error);
 

@@ -53,7 +53,9 @@ class NameMatch {
 
     [[nodiscard]] bool matches(const XMLNode& child) const {
         if (byLocalName_) return isInNoNamespaceWithLocalName(child, local_);
-        return child.kind() == XMLNodeKind::Element && child.name() == name_;
+        // The element's own name, read without a virtual call: searches run this for every element.
+        return child.kind() == XMLNodeKind::Element &&
+               static_cast<const XMLElement&>(child).XMLElement::name() == name_;
     }
     // The second try of the first-child search: the whole name as a local name in no namespace.
     [[nodiscard]] bool matchesAsLocalName(const XMLNode& child) const {
@@ -95,19 +97,22 @@ std::shared_ptr<XMLElement> firstChildMatching(const XMLElement& self, const Nam
     return nullptr;
 }
 
-// Visits the elements of childElementsNamedRecursiveSearch in its order until the visitor answers true.
+// Visits the elements of childElementsNamedRecursiveSearch in its order until the visitor answers true:
+// the matching children, then each element child's own visit. The visitor gets the child node (an
+// element) and casts it only when it keeps it; children are read without virtual calls, and elements
+// without children are not entered.
 template <class Visitor>
 bool visitChildElements(const XMLElement& self, const NameMatch& match, bool recursive, Visitor& visit) {
-    const XMLNodeArray& children = self.children();
+    const XMLNodeArray& children = self.XMLParentNode::children();
     for (const auto& child : children) {
-        if (match.matches(*child) && visit(elementOf(child))) return true;
+        if (match.matches(*child) && visit(child)) return true;
     }
     if (!recursive) return false;
     for (const auto& child : children) {
-        if (child->kind() == XMLNodeKind::Element &&
-            visitChildElements(asElementRef(child), match, true, visit)) {
+        if (child->kind() != XMLNodeKind::Element) continue;
+        const XMLElement& element = asElementRef(child);
+        if (!element.XMLParentNode::children().empty() && visitChildElements(element, match, true, visit))
             return true;
-        }
     }
     return false;
 }
@@ -193,9 +198,9 @@ std::shared_ptr<XMLElement> firstChildElementNamedWithStringValueRecursiveSearch
     const XMLElement& self, const std::optional<Text>& name, const Text& value, bool recursiveSearch) {
     const Text& checked = checkedName(self, name, "childElementsNamed:recursiveSearch:", kChildElementsLine);
     std::shared_ptr<XMLElement> found;
-    auto visit = [&](const std::shared_ptr<XMLElement>& element) {
+    auto visit = [&](const std::shared_ptr<XMLNode>& element) {
         if (element->stringValue() != value) return false;
-        found = element;
+        found = elementOf(element);
         return true;
     };
     visitChildElements(self, NameMatch(checked), recursiveSearch, visit);
@@ -206,8 +211,8 @@ XMLElementArray childElementsNamedRecursiveSearch(const XMLElement& self, const 
                                                   bool recursiveSearch) {
     const Text& checked = checkedName(self, name, "childElementsNamed:recursiveSearch:", kChildElementsLine);
     XMLElementArray found;
-    auto visit = [&found](const std::shared_ptr<XMLElement>& element) {
-        found.push_back(element);
+    auto visit = [&found](const std::shared_ptr<XMLNode>& element) {
+        found.push_back(elementOf(element));
         return false;
     };
     visitChildElements(self, NameMatch(checked), recursiveSearch, visit);

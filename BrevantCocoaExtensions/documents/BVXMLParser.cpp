@@ -15,6 +15,8 @@ template <class Parse>
 std::shared_ptr<BVXMLParser::ResultsDictionary> BVXMLParser::collect(const std::vector<Text>& desiredElements,
                                                                      Parse parse) {
     if (auto wanted = this->desiredElements()) *wanted = desiredElements;
+    openElementWasWanted_.clear();
+    openWantedElements_ = 0;
     XMLStreamParser parser(*this);
     parser.setShouldResolveExternalEntities(true);
     parse(parser);  // whether the document was well-formed does not matter: what was found is kept
@@ -29,22 +31,26 @@ BVXMLParser::ResultsDictionary BVXMLParser::resultsOfDataToParseAtPathSeekingDes
     return std::move(*results);
 }
 
-BVXMLParser::ResultsDictionary BVXMLParser::resultsOfDataToParseSeekingDesiredElements(
-    const ByteData& data, const std::vector<Text>& desiredElements) {
-    BVXMLParser collector;
-    return std::move(*resultsOfDataToParseSeekingDesiredElements(collector, data, desiredElements));
-}
-
 std::shared_ptr<BVXMLParser::ResultsDictionary> BVXMLParser::resultsOfDataToParseSeekingDesiredElements(
-    BVXMLParser& self, const ByteData& data, const std::vector<Text>& desiredElements) {
-    return self.collect(desiredElements,
-                        [&data](XMLStreamParser& parser) { return parser.parse(data.data(), data.size()); });
+    const ByteData& data, const std::vector<Text>& desiredElements) {
+    return collect(desiredElements,
+                   [&data](XMLStreamParser& parser) { return parser.parse(data.data(), data.size()); });
 }
 
-void BVXMLParser::parserDidStartElementNamespaceURIQualifiedNameAttributes(XMLStreamParser&, const Text&,
+void BVXMLParser::parserDidStartElementNamespaceURIQualifiedNameAttributes(XMLStreamParser&,
+                                                                           const Text& elementName,
                                                                            const Text&, const Text&,
                                                                            const std::map<Text, Text>&) {
     if (auto data = elementData()) data->units().clear();
+    auto wanted = desiredElements();
+    bool isWanted =
+        wanted != nullptr && std::find(wanted->begin(), wanted->end(), elementName) != wanted->end();
+    openElementWasWanted_.push_back(isWanted);
+    if (isWanted) ++openWantedElements_;
+}
+
+bool BVXMLParser::wantsCharacters() const {
+    return openWantedElements_ > 0;
 }
 
 void BVXMLParser::parserFoundCharacters(XMLStreamParser&, const Text& characters) {
@@ -59,6 +65,10 @@ void BVXMLParser::appendElementData(const Text& text) {
 void BVXMLParser::parserDidEndElementNamespaceURIQualifiedName(XMLStreamParser& parser,
                                                                const Text& elementName, const Text&,
                                                                const Text&) {
+    if (!openElementWasWanted_.empty()) {
+        if (openElementWasWanted_.back()) --openWantedElements_;
+        openElementWasWanted_.pop_back();
+    }
     auto wanted = desiredElements();
     if (wanted == nullptr) return;
     auto entry = std::find(wanted->begin(), wanted->end(), elementName);

@@ -4,6 +4,10 @@
 //
 //   auto values = bv::BVXMLParser::resultsOfDataToParseAtPathSeekingDesiredElements(
 //       "Content.xml", {"version", "title"});          // {"title": "...", "version": "..."}
+//   auto fromBytes = bv::BVXMLParser().resultsOfDataToParseSeekingDesiredElements(bytes, {"version"});
+//
+// The class form of the data operation (a new parser object each time) is the member called on a
+// temporary, as above: the result dictionary it answers outlives the parser object.
 //
 // What an element's text is, kept on purpose:
 //   - The collected text is emptied at every element start and not at element ends, so the value of an
@@ -16,8 +20,13 @@
 //     second occurrence replaces the first.
 //   - Names compare exactly, as written in the document (qualified: "x:item").
 //   - Running the same object again merges the new values into the old results.
-//   - A missing or unreadable file, empty data or a document without the names gives no entries.
-//   - External entities are read from regular local files only; the network is never used.
+//   - A missing or unreadable file, empty data or a document without the names gives no entries; a
+//     malformed document gives the values found before the fault.
+//   - External entities are resolved, but only from regular files in the document's own folder or below
+//     it (at most 1 MB each; never the network, a "../" climb, a link out of the folder, a device or a
+//     FIFO); data given as bytes loads none. Entity expansion is bounded by the document's size. A refused
+//     entity ends the parse there: the values found before it are kept.
+//   - Text outside every wanted element is never kept, so a huge text node elsewhere costs no memory.
 //
 // The three accessors and their setters are atomic (a read or a replacement of the held object is safe
 // from any thread); the setters keep the object given.
@@ -45,13 +54,10 @@ class BVXMLParser : public XMLStreamParserDelegate {
     // file cannot be read.
     [[nodiscard]] static ResultsDictionary resultsOfDataToParseAtPathSeekingDesiredElements(
         const Text& path, const std::vector<Text>& desiredElements);
-    // The values of the wanted elements found in the data, collected by a new parser object.
-    [[nodiscard]] static ResultsDictionary resultsOfDataToParseSeekingDesiredElements(
+    // Replaces the contents of desiredElements by the names, parses the data, and answers the object's
+    // own resultsData (not a copy; earlier results stay).
+    std::shared_ptr<ResultsDictionary> resultsOfDataToParseSeekingDesiredElements(
         const ByteData& data, const std::vector<Text>& desiredElements);
-    // The instance form, receiver first: replaces the contents of the receiver's desiredElements by the
-    // names, parses, and answers the receiver's own resultsData (not a copy; earlier results stay).
-    static std::shared_ptr<ResultsDictionary> resultsOfDataToParseSeekingDesiredElements(
-        BVXMLParser& self, const ByteData& data, const std::vector<Text>& desiredElements);
 
     // Streaming parser events. An element start empties elementData; character data is appended to it;
     // an element end stores elementData under the first still-wanted name equal to the element's, and
@@ -65,6 +71,9 @@ class BVXMLParser : public XMLStreamParserDelegate {
                                                       const Text& qualifiedName) override;
     // Appends the text to elementData, unless it is exactly "\n", which is dropped.
     void appendElementData(const Text& text);
+    // Character data is wanted only while an element that was wanted when it began is open: text outside
+    // them is emptied by the next element start before any wanted element can end.
+    [[nodiscard]] bool wantsCharacters() const override;
 
     // The character data collected since the most recent element start.
     [[nodiscard]] std::shared_ptr<Text> elementData() const;
@@ -80,6 +89,8 @@ class BVXMLParser : public XMLStreamParserDelegate {
     template <class Parse>
     std::shared_ptr<ResultsDictionary> collect(const std::vector<Text>& desiredElements, Parse parse);
 
+    std::vector<bool> openElementWasWanted_;  // per open element, innermost last
+    std::size_t openWantedElements_ = 0;
     mutable std::mutex mutex_;  // guards the three references, not the objects they hold
     std::shared_ptr<Text> elementData_;
     std::shared_ptr<std::vector<Text>> desiredElements_;

@@ -279,6 +279,10 @@ CSVReader CSVReader::csvReaderWithFilePath(const Text& path) {
     return CSVReader(path);
 }
 
+CSVReader CSVReader::initWithFilePath(const Text& path) {
+    return CSVReader(path);
+}
+
 void CSVReader::readLinesFromFileAtPath(const Text& path) {
     if (!lineSpans_.empty()) return;
     std::optional<ByteData> bytes = readWholeFile(path.toUtf8());

@@ -38,6 +38,8 @@ class CSVReader {
     CSVReader() = default;
     // Loads and splits the file at the path. The header is not read: call readHeaders when there is one.
     explicit CSVReader(const Text& path);
+    // The named form of the constructor above.
+    [[nodiscard]] static CSVReader initWithFilePath(const Text& path);
     [[nodiscard]] static CSVReader csvReaderWithFilePath(const Text& path);
 
     // Loads and splits the file; does nothing when the reader already has one or more lines. An unreadable

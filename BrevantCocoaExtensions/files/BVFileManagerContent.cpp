@@ -21,6 +21,7 @@
 #include "BrevantCocoaExtensions/platform/TextEncoding.hpp"
 #include "BrevantCocoaExtensions/text/BVEncoder.hpp"
 #include "BrevantCocoaExtensions/text/BVNSArray.hpp"
+#include "BrevantCocoaExtensions/text/BVNSArrayInternal.hpp"
 #include "BrevantCocoaExtensions/text/BVNSString.hpp"
 
 namespace bv {

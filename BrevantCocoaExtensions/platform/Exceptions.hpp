@@ -26,7 +26,8 @@ class Exception {
     std::string name_;
 };
 
-namespace detail {
+// The base of the exceptions below: a standard exception of the given kind (caught as such) that is also a
+// bv::Exception with a name. what() is the reason.
 template <class StandardBase>
 class NamedException : public StandardBase, public Exception {
   public:
@@ -34,30 +35,29 @@ class NamedException : public StandardBase, public Exception {
         : StandardBase(reason), Exception(std::move(name)) {}
     [[nodiscard]] const char* what() const noexcept override { return StandardBase::what(); }
 };
-}  // namespace detail
 
 // An index or range outside the bounds of a text, list or buffer.
-class RangeException : public detail::NamedException<std::out_of_range> {
+class RangeException : public NamedException<std::out_of_range> {
   public:
     explicit RangeException(const std::string& reason) : NamedException("NSRangeException", reason) {}
 };
 
 // An argument the operation cannot work with.
-class InvalidArgumentException : public detail::NamedException<std::runtime_error> {
+class InvalidArgumentException : public NamedException<std::runtime_error> {
   public:
     explicit InvalidArgumentException(const std::string& reason)
         : NamedException("NSInvalidArgumentException", reason) {}
 };
 
 // A value kind asked for a conversion it does not have.
-class UnrecognizedOperationException : public detail::NamedException<std::runtime_error> {
+class UnrecognizedOperationException : public NamedException<std::runtime_error> {
   public:
     explicit UnrecognizedOperationException(const std::string& reason)
         : NamedException("NSInvalidArgumentException", "unrecognized selector sent to instance: " + reason) {}
 };
 
 // Raised by the assertion handler when an argument check fails.
-class InternalInconsistencyException : public detail::NamedException<std::runtime_error> {
+class InternalInconsistencyException : public NamedException<std::runtime_error> {
   public:
     explicit InternalInconsistencyException(const std::string& reason)
         : NamedException("NSInternalInconsistencyException", reason) {}

@@ -15,6 +15,7 @@
 
 #include "BrevantCocoaExtensions/platform/Base64.hpp"
 #include "BrevantCocoaExtensions/platform/Exceptions.hpp"
+#include "BrevantCocoaExtensions/platform/XMLLibxmlSupportInternal.hpp"
 
 namespace bv::PropertyList {
 
@@ -436,8 +437,7 @@ std::optional<Value> fromXmlData(std::string_view bytes, Error* error) {
         reportFailure(error, "the data is too large");
         return std::nullopt;
     }
-    static const bool initialised = (xmlInitParser(), true);  // once, before any thread parses
-    (void)initialised;
+    xmlsupport::EntityGuard guard;  // data has no folder: no external entity is ever loaded
     std::unique_ptr<xmlParserCtxt, decltype(&xmlFreeParserCtxt)> context(xmlNewParserCtxt(),
                                                                          &xmlFreeParserCtxt);
     if (!context) throw std::bad_alloc();

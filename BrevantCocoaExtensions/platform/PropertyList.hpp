@@ -8,8 +8,8 @@
 // structures and objects have no property-list form.
 //
 // Reading answers dictionaries, lists, texts, booleans, 64-bit integers (unsigned 64-bit above the signed
-// range), doubles, dates and byte data. The parser never touches the network and keeps libxml2's limits
-// on entity expansion and nesting.
+// range), doubles, dates and byte data. The parser never touches the network, loads no external entity
+// (the data has no folder to load one from) and keeps libxml2's limits on entity expansion and nesting.
 #pragma once
 
 #include <optional>

@@ -5,8 +5,12 @@
 // to its parent with a plain pointer that does not own it, so parent() is O(1) and a node that someone
 // still holds after its parent is destroyed simply becomes parentless. index() scans the siblings.
 //
-// Reading: XMLDocument::parseFile / parseData / parseXMLString go through libxml2 (never the network,
-// external entities are never loaded, libxml2's size and entity-expansion limits stay on) into this tree.
+// Reading: XMLDocument::parseFile / parseData / parseXMLString go through libxml2 into this tree. Never
+// the network. Entities are replaced by their text. An external entity (general or parameter) is read only
+// from a regular file in the document's own folder or below it (its real path: no "../" climb or link out,
+// no device or FIFO; at most 1 MB); a document given as bytes or text loads none. The text all entity
+// references expand to stays within 8 times the document's size plus 4 MB. A refused entity or expansion
+// fails the parse with an error saying why, even with XMLDocumentTidyXML.
 // Writing: xmlString() is the library's own UTF-8 writer; a parse of its output gives the same tree.
 //
 //   auto document = bv::XMLDocument::parseFile("Settings.xml", bv::XMLNodeOptionsNone, &error);
@@ -294,7 +298,8 @@ class XMLDocument : public XMLParentNode {
     // Parses a text; an encoding named in its XML declaration is ignored.
     [[nodiscard]] static std::shared_ptr<XMLDocument> parseXMLString(const Text& xml, unsigned options,
                                                                      Error* error = nullptr);
-    // Reads and parses a file; a file that cannot be read fails with domain "NSPOSIXErrorDomain".
+    // Reads and parses a file; external entities may come from its folder (see the top of this file). A
+    // file that cannot be read fails with domain "NSPOSIXErrorDomain".
     [[nodiscard]] static std::shared_ptr<XMLDocument> parseFile(const std::string& path, unsigned options,
                                                                 Error* error = nullptr);
 

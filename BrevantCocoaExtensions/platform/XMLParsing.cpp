@@ -1,9 +1,10 @@
 // Reading XML into the node model: libxml2 parses, then its tree is copied into XMLNode objects and freed.
 //
 // libxml2 runs with XML_PARSE_NONET and its default limits (never XML_PARSE_HUGE). Entities are
-// substituted (so text holds their replacement), but every external entity is declared empty before it
-// could be loaded, and no external DTD subset is read: a document never makes the parser open another
-// file or reach the network.
+// substituted (so text holds their replacement) under an entity guard: an external entity loads only a
+// regular file in the document's own folder or below it, of bounded size (a document given as bytes loads
+// none), the expanded entity text is bounded by the input's size, and a refusal fails the parse. No
+// external DTD subset is read and the network is never reached.
 #include <libxml/SAX2.h>
 #include <libxml/parser.h>
 #include <libxml/tree.h>
@@ -17,7 +18,7 @@
 #include <memory>
 #include <unordered_map>
 
-#include "BrevantCocoaExtensions/platform/XMLLibxmlSupport.hpp"
+#include "BrevantCocoaExtensions/platform/XMLLibxmlSupportInternal.hpp"
 #include "BrevantCocoaExtensions/platform/XMLNode.hpp"
 
 namespace bv {
@@ -79,13 +80,12 @@ Text attributeValue(xmlDoc* document, xmlAttr* attribute) {
     return value;
 }
 
-// A parser context that never reads external content: external entities are declared without it and
-// no external subset is loaded.
-ContextPtr newParserContext() {
+// A parser context that loads no external subset and whose entity look-ups the guard watches.
+ContextPtr newParserContext(xmlsupport::EntityGuard& guard) {
     ContextPtr context(xmlNewParserCtxt(), &xmlFreeParserCtxt);
     if (context != nullptr) {
-        context->sax->entityDecl = &xmlsupport::declareEntityWithoutExternalContent;
         context->sax->externalSubset = nullptr;
+        guard.watch(context.get());
     }
     return context;
 }
@@ -94,9 +94,11 @@ ContextPtr newParserContext() {
 // recovery.
 bool internalSubsetParses(const Text& subset) {
     xmlsupport::ErrorCapture quiet;  // the probe's complaints are not the document's
-    ContextPtr context = newParserContext();
-    if (context == nullptr) return false;
     const std::string probe = "<!DOCTYPE x [\n" + subset.toUtf8() + "]><x/>";
+    xmlsupport::EntityGuard guard;  // a probe has no folder
+    guard.setInputSize(probe.size());
+    ContextPtr context = newParserContext(guard);
+    if (context == nullptr) return false;
     if (probe.size() > static_cast<std::size_t>(INT_MAX)) return false;
     DocumentPtr document(xmlCtxtReadMemory(context.get(), probe.data(), static_cast<int>(probe.size()),
                                            nullptr, "UTF-8", XML_PARSE_NONET | XML_PARSE_NOENT),
@@ -137,6 +139,7 @@ Text internalSubsetText(xmlDoc* document, xmlDtd* dtd) {
 // is not well-formed.
 DocumentPtr parseProbe(const std::string& probe) {
     xmlsupport::ErrorCapture quiet;
+    xmlsupport::EntityGuard guard;  // a probe has no folder
     if (probe.size() > static_cast<std::size_t>(INT_MAX)) return DocumentPtr(nullptr, &xmlFreeDoc);
     return DocumentPtr(xmlReadMemory(probe.data(), static_cast<int>(probe.size()), nullptr, "UTF-8",
                                      XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING),
@@ -287,15 +290,20 @@ struct XMLTreeBuilder {
 
 namespace {
 
-std::shared_ptr<XMLDocument> parseBytes(std::string_view bytes, unsigned options, const char* url,
-                                        const char* forcedEncoding, Error* error) {
+// Parses a document; documentPath names the file it was read from (its folder is where external entities
+// may come from), or is empty for a document given as bytes.
+std::shared_ptr<XMLDocument> parseBytes(std::string_view bytes, unsigned options,
+                                        const std::string& documentPath, const char* forcedEncoding,
+                                        Error* error) {
     xmlsupport::initializeLibxml();
     if (bytes.size() > static_cast<std::size_t>(INT_MAX)) {
         Error::report(error, xmlsupport::parseError(std::nullopt, "The document is larger than 2 GB."));
         return nullptr;
     }
     xmlsupport::ErrorCapture capture;
-    ContextPtr context = newParserContext();
+    xmlsupport::EntityGuard guard(documentPath);
+    guard.setInputSize(bytes.size());
+    ContextPtr context = newParserContext(guard);
     if (context == nullptr) {
         Error::report(error, xmlsupport::parseError(std::nullopt, "Out of memory."));
         return nullptr;
@@ -304,9 +312,14 @@ std::shared_ptr<XMLDocument> parseBytes(std::string_view bytes, unsigned options
     int parseOptions = XML_PARSE_NONET | XML_PARSE_NOENT;
     if (tidy) parseOptions |= XML_PARSE_RECOVER;
     if ((options & XMLNodePreserveCDATA) == 0) parseOptions |= XML_PARSE_NOCDATA;
-    DocumentPtr document(xmlCtxtReadMemory(context.get(), bytes.data(), static_cast<int>(bytes.size()), url,
+    DocumentPtr document(xmlCtxtReadMemory(context.get(), bytes.data(), static_cast<int>(bytes.size()),
+                                           documentPath.empty() ? nullptr : documentPath.c_str(),
                                            forcedEncoding, parseOptions),
                          &xmlFreeDoc);
+    if (guard.refusal()) {  // even a tidied document is refused: its entities were not all read
+        Error::report(error, xmlsupport::parseError(guard.refusal(), ""));
+        return nullptr;
+    }
     bool usable = document != nullptr && (tidy || context->wellFormed != 0);
     if (!usable || xmlDocGetRootElement(document.get()) == nullptr) {
         Error::report(error,
@@ -332,12 +345,12 @@ std::shared_ptr<XMLDocument> parseBytes(std::string_view bytes, unsigned options
 }  // namespace
 
 std::shared_ptr<XMLDocument> XMLDocument::parseData(std::string_view bytes, unsigned options, Error* error) {
-    return parseBytes(bytes, options, nullptr, nullptr, error);
+    return parseBytes(bytes, options, {}, nullptr, error);
 }
 
 std::shared_ptr<XMLDocument> XMLDocument::parseXMLString(const Text& xml, unsigned options, Error* error) {
     std::string bytes = xml.toUtf8();
-    return parseBytes(bytes, options, nullptr, "UTF-8", error);
+    return parseBytes(bytes, options, {}, "UTF-8", error);
 }
 
 std::shared_ptr<XMLDocument> XMLDocument::parseFile(const std::string& path, unsigned options, Error* error) {
@@ -359,7 +372,8 @@ std::shared_ptr<XMLDocument> XMLDocument::parseFile(const std::string& path, uns
         return nullptr;
     }
     std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    return parseBytes(bytes, options, path.c_str(), nullptr, error);
+    // An absolute name, so that libxml2 resolves entity names to absolute paths.
+    return parseBytes(bytes, options, std::filesystem::absolute(path).string(), nullptr, error);
 }
 
 }  // namespace bv

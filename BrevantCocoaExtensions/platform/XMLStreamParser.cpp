@@ -14,7 +14,7 @@
 #include <memory>
 #include <vector>
 
-#include "BrevantCocoaExtensions/platform/XMLLibxmlSupport.hpp"
+#include "BrevantCocoaExtensions/platform/XMLLibxmlSupportInternal.hpp"
 
 namespace bv {
 
@@ -23,6 +23,9 @@ void XMLStreamParserDelegate::parserDidStartElementNamespaceURIQualifiedNameAttr
 void XMLStreamParserDelegate::parserFoundCharacters(XMLStreamParser&, const Text&) {}
 void XMLStreamParserDelegate::parserDidEndElementNamespaceURIQualifiedName(XMLStreamParser&, const Text&,
                                                                            const Text&, const Text&) {}
+bool XMLStreamParserDelegate::wantsCharacters() const {
+    return true;
+}
 
 namespace {
 
@@ -55,6 +58,11 @@ struct XMLStreamEvents {
         return *static_cast<XMLStreamParser*>(static_cast<xmlParserCtxtPtr>(context)->_private);
     }
 
+    // Whether events have ended: the delegate aborted, or the entity guard refused something.
+    static bool stopped(const XMLStreamParser& parser) {
+        return parser.aborted_ || xmlsupport::EntityGuard::currentParseRefused();
+    }
+
     // Reports the gathered character data: in one piece, or a white-space-only run in chunks of its own.
     static void flush(XMLStreamParser& parser) {
         if (parser.pending_.empty()) return;
@@ -62,7 +70,7 @@ struct XMLStreamEvents {
         run.swap(parser.pending_);
         if (!isWhitespaceOnly(run)) return deliver(parser, run);
         std::size_t from = 0;
-        while (from < run.size() && !parser.aborted_) {
+        while (from < run.size() && !stopped(parser)) {
             std::size_t to = run[from] == '\n' ? from + 1 : run.find('\n', from);
             if (to == std::string::npos) to = run.size();
             deliver(parser, run.substr(from, to - from));
@@ -71,16 +79,16 @@ struct XMLStreamEvents {
     }
 
     static void deliver(XMLStreamParser& parser, const std::string& chunk) {
-        if (!parser.aborted_) parser.delegate_.parserFoundCharacters(parser, Text(chunk));
+        if (!stopped(parser)) parser.delegate_.parserFoundCharacters(parser, Text(chunk));
     }
 
     static void startElement(void* context, const xmlChar* localName, const xmlChar* prefix,
                              const xmlChar* uri, int, const xmlChar**, int attributeCount, int,
                              const xmlChar** attributes) {
         XMLStreamParser& parser = parserOf(context);
-        if (parser.aborted_) return;
+        if (stopped(parser)) return;
         flush(parser);
-        if (parser.aborted_) return;
+        if (stopped(parser)) return;
         std::map<Text, Text> values;
         for (int at = 0; at < attributeCount; ++at) {
             const xmlChar** attribute =
@@ -97,24 +105,27 @@ struct XMLStreamEvents {
     static void endElement(void* context, const xmlChar* localName, const xmlChar* prefix,
                            const xmlChar* uri) {
         XMLStreamParser& parser = parserOf(context);
-        if (parser.aborted_) return;
+        if (stopped(parser)) return;
         flush(parser);
-        if (parser.aborted_) return;
+        if (stopped(parser)) return;
         Text name = qualified(prefix, localName);
         parser.delegate_.parserDidEndElementNamespaceURIQualifiedName(parser, name, Text(bytesOf(uri)), name);
     }
 
     static void characters(void* context, const xmlChar* bytes, int length) {
         XMLStreamParser& parser = parserOf(context);
-        if (!parser.aborted_)
+        // Text the delegate does not want is never gathered, however long it runs.
+        if (!stopped(parser) && parser.delegate_.wantsCharacters())
             parser.pending_.append(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(length));
     }
 
     static void cdata(void* context, const xmlChar* bytes, int length) {
         XMLStreamParser& parser = parserOf(context);
-        if (parser.aborted_) return;
+        if (stopped(parser)) return;
         flush(parser);
-        deliver(parser, std::string(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(length)));
+        if (parser.delegate_.wantsCharacters())
+            deliver(parser,
+                    std::string(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(length)));
     }
 
     static xmlSAXHandler handler(bool resolveEntities) {
@@ -130,26 +141,31 @@ struct XMLStreamEvents {
         sax.processingInstruction = nullptr;
         sax.reference = nullptr;
         sax.externalSubset = nullptr;
-        sax.entityDecl = resolveEntities ? &xmlsupport::declareEntityFromLocalFilesOnly
-                                         : &xmlsupport::declareEntityWithoutExternalContent;
+        if (!resolveEntities) sax.entityDecl = &xmlsupport::declareEntityWithoutExternalContent;
         return sax;
     }
 };
 
-// One parse: the libxml2 push context and the capture of its errors.
+// One parse: the libxml2 push context, the capture of its errors and the entity guard.
 class XMLStreamParser::Session {
   public:
-    Session(XMLStreamParser& owner, const char* firstBytes, std::size_t firstLength, const char* filename)
-        : owner_(owner) {
-        xmlsupport::initializeLibxml();
+    Session(XMLStreamParser& owner, const char* firstBytes, std::size_t firstLength,
+            const std::string& documentPath)
+        : owner_(owner), guard_(documentPath) {
         owner_.aborted_ = false;
         owner_.error_.reset();
         owner_.pending_.clear();
         xmlSAXHandler sax = XMLStreamEvents::handler(owner_.resolveExternalEntities_);
-        context_ =
-            xmlCreatePushParserCtxt(&sax, nullptr, firstBytes, static_cast<int>(firstLength), filename);
+        guard_.setInputSize(firstLength);
+        fed_ = firstLength;
+        // An absolute name, so that libxml2 resolves entity names to absolute paths.
+        const std::string absolute =
+            documentPath.empty() ? documentPath : std::filesystem::absolute(documentPath).string();
+        context_ = xmlCreatePushParserCtxt(&sax, nullptr, firstBytes, static_cast<int>(firstLength),
+                                           absolute.empty() ? nullptr : absolute.c_str());
         if (context_ == nullptr) return;
         context_->_private = &owner_;
+        guard_.watch(context_);
         xmlCtxtUseOptions(context_, XML_PARSE_NONET | XML_PARSE_NOENT);
         owner_.context_ = context_;
     }
@@ -168,6 +184,8 @@ class XMLStreamParser::Session {
     // Parses more input; false once the parse has ended (abort or fatal error) and input is no longer wanted.
     bool feed(const char* bytes, std::size_t length) {
         if (!goesOn()) return false;
+        fed_ += length;
+        guard_.setInputSize(fed_);
         xmlParseChunk(context_, bytes, static_cast<int>(length), 0);
         return goesOn();
     }
@@ -178,6 +196,10 @@ class XMLStreamParser::Session {
             xmlParseChunk(context_, nullptr, 0, 1);
             if (!owner_.aborted_) XMLStreamEvents::flush(owner_);
         }
+        if (guard_.refusal()) {
+            owner_.error_ = xmlsupport::parseError(guard_.refusal(), "");
+            return false;
+        }
         bool wellFormed = context_ != nullptr && context_->wellFormed != 0 && !owner_.aborted_;
         if (!wellFormed && !owner_.aborted_) {
             owner_.error_ = xmlsupport::parseError(capture_.mostRelevant(), "The document is empty.");
@@ -187,19 +209,21 @@ class XMLStreamParser::Session {
 
   private:
     bool goesOn() const {
-        return context_ != nullptr && !owner_.aborted_ && context_->disableSAX == 0 &&
+        return context_ != nullptr && !owner_.aborted_ && !guard_.refusal() && context_->disableSAX == 0 &&
                context_->instate != XML_PARSER_EOF;
     }
 
     XMLStreamParser& owner_;
     xmlsupport::ErrorCapture capture_;
+    xmlsupport::EntityGuard guard_;
     xmlParserCtxtPtr context_ = nullptr;
+    std::uint64_t fed_ = 0;
 };
 
 bool XMLStreamParser::parse(const std::uint8_t* bytes, std::size_t length) {
     const char* data = reinterpret_cast<const char*>(bytes);
     std::size_t first = std::min<std::size_t>(length, 4);  // enough to detect the encoding
-    Session session(*this, data, first, nullptr);
+    Session session(*this, data, first, {});
     std::size_t chunk = kFirstChunk;
     for (std::size_t at = first; at < length; at += chunk, chunk = std::min(chunk * 2, kLargestChunk)) {
         if (!session.feed(data + at, std::min(chunk, length - at))) break;
@@ -220,16 +244,27 @@ bool XMLStreamParser::parseFile(const std::string& path) {
                        Text(path + ": " + std::strerror(code))};
         return false;
     }
+    return parseStream(file.get(), path);
+}
+
+bool XMLStreamParser::parseStream(std::FILE* stream, const std::string& documentPath) {
     std::vector<char> buffer(kLargestChunk);
-    std::size_t first = std::fread(buffer.data(), 1, 4, file.get());
-    Session session(*this, buffer.data(), first, path.c_str());
+    std::size_t first = std::fread(buffer.data(), 1, 4, stream);
+    Session session(*this, buffer.data(), first, documentPath);
     std::size_t chunk = kFirstChunk;
     while (first == 4) {
-        std::size_t got = std::fread(buffer.data(), 1, chunk, file.get());
+        std::size_t got = std::fread(buffer.data(), 1, chunk, stream);
         if (got == 0 || !session.feed(buffer.data(), got)) break;
         chunk = std::min(chunk * 2, kLargestChunk);
     }
-    return session.finish();
+    bool wellFormed = session.finish();
+    if (std::ferror(stream) != 0 && !aborted_) {
+        int code = errno != 0 ? errno : EIO;
+        error_ = Error{"NSPOSIXErrorDomain", code, Text("The file could not be read."),
+                       Text(std::string(std::strerror(code)))};
+        return false;
+    }
+    return wellFormed;
 }
 
 void XMLStreamParser::abortParsing() noexcept {

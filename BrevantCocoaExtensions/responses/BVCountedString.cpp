@@ -1,12 +1,18 @@
 // BVCountedString: an answer text with its count and caller data.
 #include "BrevantCocoaExtensions/responses/BVCountedString.hpp"
 
+#include "BrevantCocoaExtensions/responses/BVCountedStringInternal.hpp"
+
 #include <string>
 
 namespace bv {
 
 BVCountedString::BVCountedString(Text string, Value userInfo)
     : string_(std::move(string)), userInfo_(std::move(userInfo)) {}
+
+std::shared_ptr<BVCountedString> BVCountedString::initWithStringUserInfo(Text string, Value userInfo) {
+    return std::make_shared<BVCountedString>(std::move(string), std::move(userInfo));
+}
 
 std::uint64_t BVCountedString::incrementCount() {
     return ++count_;
@@ -28,7 +34,7 @@ int BVCountedString::sortByCountDescending(const BVCountedString& other) const {
 }
 
 void BVCountedString::setString(const Text& string) {
-    std::shared_ptr<detail::CountedStringIndexer> indexer = indexer_.lock();
+    std::shared_ptr<Indexer> indexer = indexer_.lock();
     if (!indexer) {
         string_ = string;
         return;

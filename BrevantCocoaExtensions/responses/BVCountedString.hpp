@@ -22,22 +22,12 @@ class BVCountedStrings;
 // A list of entries, shared by identity.
 using BVCountedStringList = std::vector<std::shared_ptr<BVCountedString>>;
 
-namespace detail {
-// Told around a change of an entry's text, so that the collection holding the entry can re-index it.
-class CountedStringIndexer {
-  public:
-    virtual void entryTextWillChange(BVCountedString& entry) = 0;
-    virtual void entryTextDidChange(BVCountedString& entry) = 0;
-
-  protected:
-    ~CountedStringIndexer() = default;
-};
-}  // namespace detail
-
 class BVCountedString : public Object, public std::enable_shared_from_this<BVCountedString> {
   public:
     // A new entry with copies of the text and the caller data, and count 1.
     BVCountedString(Text string, Value userInfo);
+    // The named form of the constructor; entries are shared by identity.
+    [[nodiscard]] static std::shared_ptr<BVCountedString> initWithStringUserInfo(Text string, Value userInfo);
 
     // Adds 1 to the count and answers the new count.
     std::uint64_t incrementCount();
@@ -70,13 +60,14 @@ class BVCountedString : public Object, public std::enable_shared_from_this<BVCou
 
   private:
     friend class BVCountedStrings;
+    class Indexer;  // the owning collection's index, told around a change of the text
 
     Text string_;
     Value userInfo_;
     std::uint64_t count_ = 1;
     // The collection's position stamp: entries of a collection are ordered by it.
     std::uint64_t sequence_ = 0;
-    std::weak_ptr<detail::CountedStringIndexer> indexer_;
+    std::weak_ptr<Indexer> indexer_;
 };
 
 }  // namespace bv

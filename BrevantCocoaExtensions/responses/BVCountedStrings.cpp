@@ -1,6 +1,8 @@
 // BVCountedStrings: the answer tally, with a hash index from match keys to entries in list order.
 #include "BrevantCocoaExtensions/responses/BVCountedStrings.hpp"
 
+#include "BrevantCocoaExtensions/responses/BVCountedStringInternal.hpp"
+
 #include <unicode/uchar.h>
 #include <unicode/utf16.h>
 
@@ -117,7 +119,7 @@ std::u16string& scratchKey() {
 
 // For each match key, the entries having it, in list order (by sequence stamp). Usually one entry per
 // key; more only after a text change or a change of the matching mode.
-class BVCountedStrings::Index final : public detail::CountedStringIndexer {
+class BVCountedStrings::Index final : public BVCountedString::Indexer {
   public:
     using Bucket = std::vector<std::shared_ptr<BVCountedString>>;
 

@@ -9,10 +9,11 @@
 #include "BrevantCocoaExtensions/platform/Exceptions.hpp"
 #include "BrevantCocoaExtensions/platform/KeyValue.hpp"
 #include "BrevantCocoaExtensions/platform/SortDescriptor.hpp"
+#include "BrevantCocoaExtensions/text/BVNSArrayInternal.hpp"
 #include "BrevantCocoaExtensions/text/BVNSMutableArray.hpp"
 #include "BrevantCocoaExtensions/text/BVNSSortDescriptor.hpp"
 #include "BrevantCocoaExtensions/text/BVNSString.hpp"
-#include "BrevantCocoaExtensions/text/TypedValue.hpp"
+#include "BrevantCocoaExtensions/text/TypedValueInternal.hpp"
 
 namespace bv::BVNSArray {
 

@@ -110,10 +110,4 @@ namespace bv::BVNSArray {
 // The elements sorted ascending by their values for the key (stable; see bv::SortDescriptor).
 [[nodiscard]] ValueArray arraySortedOnKey(const ValueArray& self, const Text& key);
 
-namespace detail {
-// The path extension of a path: the text after the last "." of the last component (trailing "/" ignored);
-// empty when that component has no ".". Shared with BVNSMutableArray.
-[[nodiscard]] Text pathExtensionOf(const Text& path);
-}  // namespace detail
-
 }  // namespace bv::BVNSArray

@@ -3,7 +3,7 @@
 
 #include "BrevantCocoaExtensions/platform/Exceptions.hpp"
 #include "BrevantCocoaExtensions/platform/KeyValue.hpp"
-#include "BrevantCocoaExtensions/text/TypedValue.hpp"
+#include "BrevantCocoaExtensions/text/TypedValueInternal.hpp"
 
 namespace bv::BVNSArrayController {
 

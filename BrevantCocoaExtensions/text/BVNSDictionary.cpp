@@ -2,7 +2,7 @@
 #include "BrevantCocoaExtensions/text/BVNSDictionary.hpp"
 
 #include "BrevantCocoaExtensions/platform/PropertyList.hpp"
-#include "BrevantCocoaExtensions/text/TypedValue.hpp"
+#include "BrevantCocoaExtensions/text/TypedValueInternal.hpp"
 
 namespace bv::BVNSDictionary {
 

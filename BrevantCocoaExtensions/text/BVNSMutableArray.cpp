@@ -7,6 +7,7 @@
 
 #include "BrevantCocoaExtensions/platform/Exceptions.hpp"
 #include "BrevantCocoaExtensions/text/BVNSArray.hpp"
+#include "BrevantCocoaExtensions/text/BVNSArrayInternal.hpp"
 #include "BrevantCocoaExtensions/text/BVNSString.hpp"
 
 namespace bv::BVNSMutableArray {

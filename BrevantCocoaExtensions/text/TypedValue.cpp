@@ -1,5 +1,5 @@
 // Typed readings of one Value: the conversion rules behind the dictionary and list getters.
-#include "BrevantCocoaExtensions/text/TypedValue.hpp"
+#include "BrevantCocoaExtensions/text/TypedValueInternal.hpp"
 
 #include <iterator>
 #include <string>

@@ -6,6 +6,8 @@ build_dir=$1 source_dir=$2 extra_flags=${3:-}
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cmake --install "$build_dir" --prefix "$work/prefix" >/dev/null
+# The installed headers hold the API only: no internal header, no detail namespace.
+! grep -rlE 'namespace detail|Internal\.hpp' "$work/prefix/include" || { echo "internal names installed"; exit 1; }
 cmake -S "$source_dir/tests/install/consumer" -B "$work/build" -G Ninja -DCMAKE_BUILD_TYPE=Debug \
   -DCMAKE_PREFIX_PATH="$work/prefix" -DCMAKE_CXX_FLAGS="$extra_flags" >/dev/null
 cmake --build "$work/build" >/dev/null

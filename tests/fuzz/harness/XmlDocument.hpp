@@ -3,6 +3,7 @@
 
 #include "BrevantCocoaExtensions/platform/XMLNode.hpp"
 #include "Common.hpp"
+#include "EntityFolder.hpp"
 
 namespace bv::fuzz {
 
@@ -39,8 +40,9 @@ inline void checkWrittenForm(const XMLDocument& document, unsigned options) {
 }  // namespace detail
 
 // The first byte picks the parse options (recovering, keeping CDATA, keeping white space); the rest is the
-// document, parsed as bytes, as text, and as one element. A parse fails with an error or gives a tree
-// whose written form is stable (see checkWrittenForm).
+// document, parsed as bytes, as text, as one element, and from a file whose folder holds entity files. A
+// parse fails with an error or gives a tree whose written form is stable (see checkWrittenForm); the file's
+// entities never open a file outside its folder.
 inline void xmlDocument(const std::uint8_t* data, std::size_t size) {
     if (size == 0) return;
     unsigned options = XMLNodeOptionsNone;
@@ -62,6 +64,11 @@ inline void xmlDocument(const std::uint8_t* data, std::size_t size) {
         const auto document = XMLDocument::make(element);
         detail::checkWrittenForm(*document, XMLNodeOptionsNone);
     }
+
+    const EntityFolder& folder = EntityFolder::shared();
+    if (const auto document = XMLDocument::parseFile(folder.writeDocument(bytes), options))
+        detail::checkWrittenForm(*document, options);
+    folder.checkNothingOutsideWasOpened();
 }
 
 }  // namespace bv::fuzz
