@@ -1,16 +1,21 @@
 #!/usr/bin/env bash
 # Installs the built library into a temporary prefix, builds an outside project against it with
-# find_package, runs it, and checks the pkg-config file.
+# find_package, runs it (and its interface-library program when the build has Qt), and checks the
+# pkg-config file.
 set -euo pipefail
-build_dir=$1 source_dir=$2 extra_flags=${3:-}
+build_dir=$1 source_dir=$2 extra_flags=${3:-} with_interface=${4:-OFF}
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cmake --install "$build_dir" --prefix "$work/prefix" >/dev/null
 cmake -S "$source_dir/tests/install/consumer" -B "$work/build" -G Ninja -DCMAKE_BUILD_TYPE=Debug \
-  -DCMAKE_PREFIX_PATH="$work/prefix" -DCMAKE_CXX_FLAGS="$extra_flags" >/dev/null
+  -DCMAKE_PREFIX_PATH="$work/prefix" -DCMAKE_CXX_FLAGS="$extra_flags" -DBV_EXPECT_INTERFACE="$with_interface" >/dev/null
 cmake --build "$work/build" >/dev/null
 output=$("$work/build/consumer")
 [[ "$output" == $'Paris\nZZ' ]] || { echo "unexpected output: $output"; exit 1; }
+if [[ "$with_interface" == ON ]]; then
+  output=$(QT_QPA_PLATFORM=offscreen "$work/build/consumer_interface")
+  [[ "$output" == FF336699 ]] || { echo "unexpected interface output: $output"; exit 1; }
+fi
 PKG_CONFIG_PATH="$work/prefix/lib/pkgconfig:$work/prefix/lib/x86_64-linux-gnu/pkgconfig" \
   pkg-config --libs brevant-cocoa-extensions | grep -q -- -lBrevantCocoaExtensions
 echo "installed package found, built and ran"
