@@ -8,14 +8,18 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cmake --install "$build_dir" --prefix "$work/prefix" >/dev/null
 cmake -S "$source_dir/tests/install/consumer" -B "$work/build" -G Ninja -DCMAKE_BUILD_TYPE=Debug \
-  -DCMAKE_PREFIX_PATH="$work/prefix" -DCMAKE_CXX_FLAGS="$extra_flags" -DBV_EXPECT_INTERFACE="$with_interface" >/dev/null
+  -DCMAKE_PREFIX_PATH="$work/prefix" -DCMAKE_CXX_FLAGS="$extra_flags" >/dev/null
 cmake --build "$work/build" >/dev/null
 output=$("$work/build/consumer")
 [[ "$output" == $'Paris\nZZ' ]] || { echo "unexpected output: $output"; exit 1; }
-if [[ "$with_interface" == ON ]]; then
-  output=$(QT_QPA_PLATFORM=offscreen "$work/build/consumer_interface")
-  [[ "$output" == FF336699 ]] || { echo "unexpected interface output: $output"; exit 1; }
-fi
 PKG_CONFIG_PATH="$work/prefix/lib/pkgconfig:$work/prefix/lib/x86_64-linux-gnu/pkgconfig" \
   pkg-config --libs brevant-cocoa-extensions | grep -q -- -lBrevantCocoaExtensions
+# With Qt, the same package must also give Brevant::Interface to an outside project.
+if [[ "$with_interface" == ON ]]; then
+  cmake -S "$source_dir/tests/install/consumer" -B "$work/build-interface" -G Ninja -DCMAKE_BUILD_TYPE=Debug \
+    -DCMAKE_PREFIX_PATH="$work/prefix" -DCMAKE_CXX_FLAGS="$extra_flags" -DBV_EXPECT_INTERFACE=ON >/dev/null
+  cmake --build "$work/build-interface" --target consumer_interface >/dev/null
+  output=$(QT_QPA_PLATFORM=offscreen "$work/build-interface/consumer_interface")
+  [[ "$output" == FF336699 ]] || { echo "unexpected interface output: $output"; exit 1; }
+fi
 echo "installed package found, built and ran"
