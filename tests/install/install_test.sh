@@ -10,8 +10,8 @@ cmake --install "$build_dir" --prefix "$work/prefix" >/dev/null
 cmake -S "$source_dir/tests/install/consumer" -B "$work/build" -G Ninja -DCMAKE_BUILD_TYPE=Debug \
   -DCMAKE_PREFIX_PATH="$work/prefix" -DCMAKE_CXX_FLAGS="$extra_flags" >/dev/null
 cmake --build "$work/build" >/dev/null
-output=$("$work/build/consumer")
-[[ "$output" == $'Paris\nZZ' ]] || { echo "unexpected output: $output"; exit 1; }
+output=$(env -u BV_RESOURCES "$work/build/consumer")
+[[ "$output" == $'Paris\nZZ\nNY' ]] || { echo "unexpected output: $output"; exit 1; }
 PKG_CONFIG_PATH="$work/prefix/lib/pkgconfig:$work/prefix/lib/x86_64-linux-gnu/pkgconfig" \
   pkg-config --libs brevant-cocoa-extensions | grep -q -- -lBrevantCocoaExtensions
 # With Qt, the same package must also give Brevant::Interface to an outside project.
