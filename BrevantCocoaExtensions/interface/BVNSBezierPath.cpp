@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <QPen>
 
+#include "BrevantCocoaExtensions/dates/BVUtilities.hpp"
 #include "BrevantCocoaExtensions/interface/BVNSImage.hpp"
 
 namespace bv::BVNSBezierPath {
@@ -67,10 +68,9 @@ void moveOriginToZero(BezierPath& self) {
 void centerInBounds(BezierPath& self, const Rect& bounds) {
     moveOriginToZero(self);
     const QRectF own = self.path.boundingRect();
-    // The origin at which the path's bounds sit centred in the rectangle.
-    const double x = (bounds.size.width - own.width()) / 2 + bounds.origin.x;
-    const double y = (bounds.size.height - own.height()) / 2 + bounds.origin.y;
-    self.path.translate(x, y);
+    const Point origin = BVUtilities::originOfRectCenteredInRect(
+        Rect{{own.x(), own.y()}, {own.width(), own.height()}}, bounds);
+    self.path.translate(origin.x, origin.y);
 }
 
 QImage imageWithColorFillColor(BezierPath& self, const QColor& lineColor, const QColor& fillColor) {

@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "BrevantCocoaExtensions/dates/BVUtilities.hpp"
+#include "BrevantCocoaExtensions/files/BVNSBundle.hpp"
 #include "BrevantCocoaExtensions/interface/BVNSDataImages.hpp"
 #include "BrevantCocoaExtensions/text/BVNSData.hpp"
 #include "BrevantCocoaExtensions/text/Base64Encoding.hpp"
@@ -151,19 +153,22 @@ QImage imageForURLFlipped(const Text& url, bool flipped) {
     return imageForPathFlipped(Text(address.toLocalFile().toStdString()), flipped);
 }
 
-QImage imageNamedForBundle(const Text& name, const Text& bundlePath) {
-    const QString base = toQString(bundlePath);
-    const QString file = toQString(name);
-    for (const QString& folder : {base + QStringLiteral("/Resources/"), base + QStringLiteral("/")}) {
-        if (QFileInfo(folder + file).isFile() && isImageFile(name))
-            return imageForPathFlipped(Text((folder + file).toStdString()), false);
-        for (const Text& type : imageFileTypes()) {
-            const QString candidate = folder + file + QStringLiteral(".") + toQString(type);
-            if (QFileInfo(candidate).isFile())
-                return imageForPathFlipped(Text(candidate.toStdString()), false);
-        }
+QImage imageNamedForBundle(const Text& name, const Bundle& bundle) {
+    // The name as given (with its extension), else the name with each image file type.
+    if (isImageFile(name)) {
+        if (const auto path = bundle.pathForResource(name, Text()))
+            return imageForPathFlipped(Text(*path), false);
+    }
+    for (const Text& type : imageFileTypes()) {
+        if (const auto path = bundle.pathForResource(name, type))
+            return imageForPathFlipped(Text(*path), false);
     }
     return QImage();
+}
+
+QImage imageNamedInFrameworkNamed(const Text& name, const Text& framework) {
+    const std::shared_ptr<Bundle> bundle = BVNSBundle::frameworkBundleWithName(framework);
+    return bundle ? imageNamedForBundle(name, *bundle) : QImage();
 }
 
 QImage imageWithColorImageSize(const QColor& color, const Size& size) {
@@ -330,9 +335,12 @@ void drawWithinBoundsUsingLayout(const QImage& self, QPainter& painter, const Re
         case ImageLayout::ScaledToFill:
             size = target.size();
             break;
-        case ImageLayout::ScaledProportionally:
-            size.scale(target.size(), Qt::KeepAspectRatio);
+        case ImageLayout::ScaledProportionally: {
+            const Rect fitted = BVUtilities::boundsOfRectScaledProportionallyToSize(
+                bounds, Size{size.width(), size.height()});
+            size = QSizeF(fitted.size.width, fitted.size.height);
             break;
+        }
         case ImageLayout::HalfSizeCentered:
             size /= 2.0;
             break;

@@ -21,6 +21,7 @@
 
 #include "BrevantCocoaExtensions/interface/BVCIImage.hpp"
 #include "BrevantCocoaExtensions/interface/TextAttributes.hpp"
+#include "BrevantCocoaExtensions/platform/Bundle.hpp"
 #include "BrevantCocoaExtensions/platform/Text.hpp"
 #include "BrevantCocoaExtensions/platform/Value.hpp"
 
@@ -52,9 +53,11 @@ enum class ImageLayout {
 [[nodiscard]] QImage newImageForPathFlipped(const Text& path, bool flipped);
 // The same for a "file:" URL; any other URL gives null (no network access).
 [[nodiscard]] QImage imageForURLFlipped(const Text& url, bool flipped);
-// The image resource of that name in a bundle folder: "<bundle>/Resources/<name>" or "<bundle>/<name>",
-// with the name's own extension or any of imageFileTypes; null when none is found.
-[[nodiscard]] QImage imageNamedForBundle(const Text& name, const Text& bundlePath);
+// The bundle's image resource of that name: the name with its own image extension, else the name with
+// each of imageFileTypes in turn; null when none is found.
+[[nodiscard]] QImage imageNamedForBundle(const Text& name, const Bundle& bundle);
+// The same in the framework bundle of that name (BVNSBundle::frameworkBundleWithName); null without one.
+[[nodiscard]] QImage imageNamedInFrameworkNamed(const Text& name, const Text& framework);
 
 // An image of that size filled with the colour.
 [[nodiscard]] QImage imageWithColorImageSize(const QColor& color, const Size& size);

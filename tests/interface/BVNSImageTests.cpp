@@ -8,6 +8,7 @@
 #include "BrevantCocoaExtensions/interface/BVNSDataImages.hpp"
 #include "BrevantCocoaExtensions/interface/BVNSImage.hpp"
 #include "BrevantCocoaExtensions/interface/BVNSStringImages.hpp"
+#include "BrevantCocoaExtensions/interface/BVUtilitiesImages.hpp"
 #include "BrevantCocoaExtensions/text/BVNSData.hpp"
 
 using namespace bv;
@@ -121,8 +122,11 @@ TEST(BVNSImage, EncodedFormsDecodeBackToThePixels) {
     ASSERT_TRUE(BVNSData::writeToUniversallyWritableFileAtomically(png, path, true));
     EXPECT_EQ(*BVNSData::PNGDataWithContentsOfFile(path), BVNSImage::brevantPNGData(BVNSData::image(png)));
     EXPECT_EQ(pixels(BVNSImage::imageForPathFlipped(path, false)), (std::vector<QRgb>{B, T, R, G}));
-    EXPECT_EQ(pixels(BVNSImage::imageNamedForBundle(Text("quad"), Text(folder.path().toStdString()))),
-              (std::vector<QRgb>{B, T, R, G}));
+    const Bundle bundle(folder.path().toStdString(), folder.path().toStdString());
+    EXPECT_EQ(pixels(BVNSImage::imageNamedForBundle(Text("quad"), bundle)), (std::vector<QRgb>{B, T, R, G}));
+    EXPECT_TRUE(BVNSImage::imageNamedForBundle(Text("missing"), bundle).isNull());
+    EXPECT_EQ(BVUtilitiesImages::spontaneousQuestionThumbnailImage().size(), QSize(480, 360));
+    EXPECT_EQ(BVUtilitiesImages::answerKeyThumbnailImage().size(), QSize(640, 480));
     EXPECT_TRUE(BVNSImage::imageForPathFlipped(Text("/nonexistent.png"), false).isNull());
     EXPECT_FALSE(BVNSData::JPEGDataWithContentsOfFile(Text("/nonexistent.png"), 0.5));
     EXPECT_TRUE(BVNSImage::isImageFile(path));
