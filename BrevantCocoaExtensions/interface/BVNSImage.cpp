@@ -76,11 +76,15 @@ QImage readImage(const Text& path) {
 
 namespace detail {
 
+QSize pixelSize(const Size& size) {
+    return QSize(static_cast<int>(std::ceil(std::max(size.width, 0.0))),
+                 static_cast<int>(std::ceil(std::max(size.height, 0.0))));
+}
+
 QImage blankImage(const Size& size) {
-    const int width = static_cast<int>(std::ceil(std::max(size.width, 0.0)));
-    const int height = static_cast<int>(std::ceil(std::max(size.height, 0.0)));
-    if (width == 0 || height == 0) return QImage();
-    QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
+    const QSize pixels = pixelSize(size);
+    if (pixels.isEmpty()) return QImage();
+    QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     return image;
 }
@@ -239,12 +243,11 @@ void setSizeToImageRepSize(QImage& self) {
 }
 
 QImage imageScaledToSize(const QImage& self, const Size& size) {
-    const QImage canvas = detail::blankImage(size);
-    if (self.isNull() || canvas.isNull()) return QImage();
+    const QSize pixels = detail::pixelSize(size);
+    if (self.isNull() || pixels.isEmpty()) return QImage();
     // Drawing the whole picture over a transparent image at full opacity leaves exactly the smoothly
-    // scaled pixels, so the scaling is done once, by the high-quality scaler.
-    return self.scaled(canvas.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
-        .convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    // scaled pixels, so the scaling is done once, by the high-quality scaler, into the new image.
+    return self.scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
 QImage newImageScaledToSize(const QImage& self, const Size& size) {

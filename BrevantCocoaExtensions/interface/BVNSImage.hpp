@@ -117,6 +117,8 @@ void drawWithinBoundsUsingLayout(const QImage& self, QPainter& painter, const Re
                                  ImageLayout layout);
 
 namespace detail {
+// The whole pixels a size covers (sizes round up).
+[[nodiscard]] QSize pixelSize(const Size& size);
 // A transparent image of the size (sizes round up to whole pixels); null for an empty size.
 [[nodiscard]] QImage blankImage(const Size& size);
 // The bytes of the picture in a Qt image format ("PNG", "JPEG", "TIFF") at a quality (-1: the writer's).

@@ -12,6 +12,11 @@ MatrixCell::MatrixCell(QWidget* parent) : QPushButton(parent) {
     setSizePolicy(policy);
 }
 
+void MatrixCell::setTag(int tag) {
+    tag_ = tag;
+    if (matrix_) matrix_->cellTagChanged(*this);
+}
+
 void MatrixCell::setState(int state) {
     mixed_ = state < 0;
     setChecked(state > 0);
@@ -25,7 +30,8 @@ Matrix::Matrix(int rows, int columns, Mode mode, QWidget* parent)
 
 MatrixCell* Matrix::newCell(int tag) {
     auto* cell = new MatrixCell(this);
-    cell->setTag(tag);
+    cell->tag_ = tag;
+    cell->matrix_ = this;
     connect(cell, &QPushButton::clicked, this, [this, cell] {
         if (mode_ == Mode::Radio)
             selectCell(cell);
@@ -42,10 +48,8 @@ MatrixCell* Matrix::cellAtRowColumn(int row, int column) const {
 }
 
 MatrixCell* Matrix::cellWithTag(int tag) const {
-    for (MatrixCell* cell : cells_) {
-        if (cell->tag() == tag) return cell;
-    }
-    return nullptr;
+    const auto found = std::find(tags_.begin(), tags_.end(), tag);
+    return found == tags_.end() ? nullptr : cells_[static_cast<std::size_t>(found - tags_.begin())];
 }
 
 void Matrix::selectCell(MatrixCell* cell) {
@@ -63,7 +67,9 @@ void Matrix::addRow() {
     for (int column = 0; column < columns_; ++column) {
         MatrixCell* cell = newCell(static_cast<int>(cells_.size()));
         grid_->addWidget(cell, rows_, column);
+        cell->position_ = cells_.size();
         cells_.push_back(cell);
+        tags_.push_back(cell->tag_);
     }
     ++rows_;
 }
@@ -77,8 +83,18 @@ void Matrix::removeRow(int row) {
         delete *cell;  // leaves the layout too
     }
     cells_.erase(first, last);
+    tags_.erase(tags_.begin() + static_cast<std::ptrdiff_t>(row) * columns_,
+                tags_.begin() + static_cast<std::ptrdiff_t>(row + 1) * columns_);
     --rows_;
-    if (row < rows_) placeCells();  // later rows move up one
+    if (row < rows_) {  // later rows move up one
+        renumberCells();
+        placeCells();
+    }
+}
+
+void Matrix::renumberCells() {
+    for (std::size_t index = 0; index < cells_.size(); ++index)
+        cells_[index]->position_ = index;
 }
 
 void Matrix::placeCells() {

@@ -14,21 +14,27 @@
 
 namespace bv {
 
+class Matrix;
+
 class MatrixCell : public QPushButton {
     Q_OBJECT
   public:
     explicit MatrixCell(QWidget* parent = nullptr);
 
     [[nodiscard]] int tag() const noexcept { return tag_; }
-    void setTag(int tag) noexcept { tag_ = tag; }
+    // Also updates the matrix's tag index, so searches by tag see the new tag.
+    void setTag(int tag);
     [[nodiscard]] int state() const { return mixed_ ? -1 : (isChecked() ? 1 : 0); }
     void setState(int state);
     [[nodiscard]] bool isTransparent() const { return isHidden(); }
     void setTransparent(bool transparent) { setHidden(transparent); }
 
   private:
+    friend class Matrix;
     int tag_ = 0;
     bool mixed_ = false;
+    Matrix* matrix_ = nullptr;  // the matrix that made the cell and indexes its tag
+    std::size_t position_ = 0;  // the cell's place in the matrix's cell order
 };
 
 class Matrix : public QWidget {
@@ -63,14 +69,18 @@ class Matrix : public QWidget {
     void cellClicked(bv::MatrixCell* cell);
 
   private:
+    friend class MatrixCell;
     MatrixCell* newCell(int tag);
     void placeCells();
+    void renumberCells();
+    void cellTagChanged(const MatrixCell& cell) { tags_[cell.position_] = cell.tag_; }
 
     Mode mode_;
     int rows_ = 0;
     int columns_ = 0;
     QGridLayout* grid_;
     std::vector<MatrixCell*> cells_;
+    std::vector<int> tags_;  // the cells' tags in cell order, side by side so a search reads no widget
     MatrixCell* selected_ = nullptr;
 };
 

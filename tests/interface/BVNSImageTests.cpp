@@ -89,6 +89,12 @@ TEST(BVNSImage, SizesOfScaledMaximumCentredAndFilledImages) {
 
     const QImage centred = BVNSImage::imageCenteredInArea(quad(), Size{4, 4});
     EXPECT_EQ(pixels(centred), (std::vector<QRgb>{T, T, T, T, T, R, G, T, T, B, T, T, T, T, T, T}));
+    QImage drawn = BVNSImage::detail::blankImage(Size{4, 4});
+    QPainter painter(&drawn);
+    BVNSImage::drawWithinBoundsUsingLayout(quad(), painter, Rect{{0, 0}, {4, 4}},
+                                           BVNSImage::ImageLayout::Centered);
+    painter.end();
+    EXPECT_EQ(pixels(drawn), pixels(centred));
     const QImage filled = BVNSImage::imageWithColorImageSize(QColor(1, 2, 3), Size{3, 2});
     EXPECT_EQ(pixels(filled), std::vector<QRgb>(6, qRgb(1, 2, 3)));
     EXPECT_EQ(BVNSImage::imageWithPreservedDimensionsForImageRepFlipped(quad(), true).size(), QSize(2, 2));
