@@ -5,12 +5,13 @@
 #include <QImageReader>
 
 #include "BrevantCocoaExtensions/interface/BVNSImage.hpp"
+#include "BrevantCocoaExtensions/interface/QtText.hpp"
 
 namespace bv::BVNSData {
 
 namespace {
 QImage firstPictureOfFile(const Text& path) {
-    QImageReader reader(QString::fromStdString(path.toUtf8()));
+    QImageReader reader(toQString(path));
     return reader.read();
 }
 

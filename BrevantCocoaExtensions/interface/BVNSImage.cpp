@@ -13,6 +13,7 @@
 #include "BrevantCocoaExtensions/dates/BVUtilities.hpp"
 #include "BrevantCocoaExtensions/files/BVNSBundle.hpp"
 #include "BrevantCocoaExtensions/interface/BVNSDataImages.hpp"
+#include "BrevantCocoaExtensions/interface/QtText.hpp"
 #include "BrevantCocoaExtensions/text/BVNSData.hpp"
 #include "BrevantCocoaExtensions/text/Base64Encoding.hpp"
 
@@ -22,10 +23,6 @@ namespace {
 
 // The text key under which an image records that it is in the flipped state.
 const QString flippedKey = QStringLiteral("BrevantFlipped");
-
-QString toQString(const Text& text) {
-    return QString::fromUtf16(text.units().data(), static_cast<qsizetype>(text.length()));
-}
 
 QImage withFlippedState(QImage image, bool flipped) {
     image.setText(flippedKey, flipped ? QStringLiteral("1") : QStringLiteral("0"));

@@ -1,7 +1,7 @@
 // Matrix helpers.
 #include "BrevantCocoaExtensions/interface/BVNSMatrix.hpp"
 
-#include "BrevantCocoaExtensions/interface/MenuItem.hpp"
+#include "BrevantCocoaExtensions/interface/QtText.hpp"
 
 namespace bv::BVNSMatrix {
 
@@ -14,7 +14,7 @@ void show(MatrixCell* cell) {
 }  // namespace
 
 MatrixCell* cellWithTitle(const Matrix& self, const Text& title) {
-    const QString wanted = MenuItem::toQString(title);
+    const QString wanted = toQString(title);
     for (MatrixCell* cell : self.cells()) {
         if (cell->text() == wanted) return cell;
     }
@@ -35,7 +35,7 @@ std::optional<Text> selectionAsString(const Matrix& self) {
         }
     }
     if (joined.isEmpty()) return std::nullopt;
-    return MenuItem::fromQString(joined);
+    return fromQString(joined);
 }
 
 void showAllButtonCells(Matrix& self) {
@@ -93,7 +93,7 @@ bool aCellIsSetToState(const Matrix& self, int state) {
 }
 
 void selectCellWithTitle(Matrix& self, const Text& title) {
-    const QString wanted = MenuItem::toQString(title);
+    const QString wanted = toQString(title);
     for (MatrixCell* cell : self.cells()) {
         if (cell->text() == wanted) self.selectCell(cell);
     }

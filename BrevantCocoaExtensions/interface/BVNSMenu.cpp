@@ -70,7 +70,7 @@ QAction* addItemWithTitleTagTargetActionKeyEquivalent(QMenu& self, const Text& t
 QAction* addUniqueMenuItemWithTitleTagTargetActionKeyEquivalent(QMenu& self, const Text& title, int tag,
                                                                 QObject* target, const QByteArray& action,
                                                                 const Text& keyEquivalent) {
-    const QString wanted = MenuItem::toQString(title);
+    const QString wanted = toQString(title);
     for (const QAction* item : self.actions()) {
         if (item->text() == wanted) return nullptr;
     }
@@ -145,7 +145,7 @@ QAction* menuItemWithTagRecursiveSearch(const QMenu& self, int tag, bool recursi
 }
 
 QMenu* submenuWithTitleRecursiveSearch(const QMenu& self, const Text& title, bool recursiveSearch) {
-    const QString wanted = MenuItem::toQString(title);
+    const QString wanted = toQString(title);
     const QAction* item = findItem(self, recursiveSearch,
                                    [&](const QAction* candidate) { return candidate->text() == wanted; });
     return item ? item->menu() : nullptr;

@@ -24,7 +24,7 @@ std::unique_ptr<QAction> menuItemWithImageItemTagTargetAction(const QImage& imag
 std::unique_ptr<QAction> menuItemWithTitleItemTagFontNameFontSizeColorTargetAction(
     const Text& title, int tag, const Text& fontName, double fontSize, const QColor& color, QObject* target,
     const QByteArray& action) {
-    QFont font(MenuItem::toQString(fontName));
+    QFont font(toQString(fontName));
     font.setPointSizeF(fontSize);
     return menuItemWithAttributedTitleItemTagTargetAction(AttributedTitle{title, TextAttributes{font, color}},
                                                           tag, target, action);

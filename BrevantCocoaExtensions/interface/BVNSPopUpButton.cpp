@@ -1,7 +1,7 @@
 // Pop-up button helpers on QComboBox.
 #include "BrevantCocoaExtensions/interface/BVNSPopUpButton.hpp"
 
-#include "BrevantCocoaExtensions/interface/MenuItem.hpp"
+#include "BrevantCocoaExtensions/interface/QtText.hpp"
 #include "BrevantCocoaExtensions/platform/Exceptions.hpp"
 
 namespace bv::BVNSPopUpButton {
@@ -23,11 +23,11 @@ int itemWithTag(const QComboBox& self, int tag) {
 std::optional<Text> itemTitleWithTag(const QComboBox& self, int tag) {
     const int index = itemWithTag(self, tag);
     if (index < 0) return std::nullopt;
-    return MenuItem::fromQString(self.itemText(index));
+    return fromQString(self.itemText(index));
 }
 
 std::vector<int> itemsWithTitle(const QComboBox& self, const Text& title) {
-    const QString wanted = MenuItem::toQString(title);
+    const QString wanted = toQString(title);
     std::vector<int> found;
     for (int index = 0; index < self.count(); ++index) {
         if (self.itemText(index) == wanted) found.push_back(index);
@@ -40,7 +40,7 @@ int tagOfItem(const QComboBox& self, int index) {
 }
 
 Text keyEquivalentOfItem(const QComboBox& self, int index) {
-    return MenuItem::fromQString(self.itemData(index, KeyEquivalentRole).toString());
+    return fromQString(self.itemData(index, KeyEquivalentRole).toString());
 }
 
 void addSeparatorItem(QComboBox& self) {
@@ -76,8 +76,8 @@ void insertItemWithTitleTagAtIndex(QComboBox& self, const Text& title, int tag, 
 void insertItemWithTitleTagKeyEquivalentAtIndex(QComboBox& self, const Text& title, int tag,
                                                 const Text& keyEquivalent, std::size_t index) {
     const int at = checkedIndex(self, index);
-    self.insertItem(at, MenuItem::toQString(title), tag);
-    self.setItemData(at, MenuItem::toQString(keyEquivalent), KeyEquivalentRole);
+    self.insertItem(at, toQString(title), tag);
+    self.setItemData(at, toQString(keyEquivalent), KeyEquivalentRole);
 }
 
 void addItemsWithTitlesEnumerateTags(QComboBox& self, const std::vector<Text>& titles, bool enumerateTags) {

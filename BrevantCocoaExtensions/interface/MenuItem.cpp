@@ -24,15 +24,6 @@ void copyProperties(const QAction* from, QAction* to) {
 }
 }  // namespace
 
-QString toQString(const Text& text) {
-    return QString::fromUtf16(text.units().data(), static_cast<qsizetype>(text.length()));
-}
-
-Text fromQString(const QString& string) {
-    return Text(std::u16string(reinterpret_cast<const char16_t*>(string.utf16()),
-                               static_cast<std::size_t>(string.size())));
-}
-
 int tag(const QAction* item) {
     return item->property(tagKey).toInt();
 }

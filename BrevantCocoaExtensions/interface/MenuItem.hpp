@@ -11,6 +11,7 @@
 #include <QObject>
 #include <optional>
 
+#include "BrevantCocoaExtensions/interface/QtText.hpp"
 #include "BrevantCocoaExtensions/interface/TextAttributes.hpp"
 #include "BrevantCocoaExtensions/platform/Text.hpp"
 
@@ -45,9 +46,5 @@ bool perform(QAction* item);
                                const Text& keyEquivalent, QObject* parent);
 // A copy of the item (and of its submenu, recursively) owned by `parent`.
 [[nodiscard]] QAction* copyOfItem(const QAction* item, QWidget* parent);
-
-// Text and QString.
-[[nodiscard]] QString toQString(const Text& text);
-[[nodiscard]] Text fromQString(const QString& string);
 
 }  // namespace bv::MenuItem

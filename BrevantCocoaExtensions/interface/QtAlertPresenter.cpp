@@ -5,7 +5,7 @@
 #include <QApplication>
 #include <QPushButton>
 
-#include "BrevantCocoaExtensions/interface/MenuItem.hpp"
+#include "BrevantCocoaExtensions/interface/QtText.hpp"
 
 namespace bv::QtAlertPresenter {
 
@@ -26,12 +26,12 @@ QMessageBox::Icon iconFor(AlertStyle style) {
 std::unique_ptr<QMessageBox> messageBoxForAlert(const Alert& alert, QWidget* parent) {
     auto box = std::make_unique<QMessageBox>(parent);
     box->setIcon(iconFor(alert.style));
-    box->setWindowTitle(MenuItem::toQString(alert.title));
-    box->setText(MenuItem::toQString(alert.message));
+    box->setWindowTitle(toQString(alert.title));
+    box->setText(toQString(alert.message));
     box->setWindowModality(Qt::ApplicationModal);
     const std::vector<Text> buttons = alert.buttons.empty() ? std::vector<Text>{Text("OK")} : alert.buttons;
     for (const Text& title : buttons)
-        box->addButton(MenuItem::toQString(title), QMessageBox::AcceptRole);
+        box->addButton(toQString(title), QMessageBox::AcceptRole);
     box->setDefaultButton(qobject_cast<QPushButton*>(box->buttons().front()));
     return box;
 }

@@ -118,7 +118,7 @@ Lesson buildLesson() {
 
 void addNodeItems(const bv::BVNode& node, QTreeWidgetItem* item) {
     for (const auto& child : node.children()) {
-        auto* childItem = new QTreeWidgetItem(item, QStringList(bv::MenuItem::toQString(child->title())));
+        auto* childItem = new QTreeWidgetItem(item, QStringList(bv::toQString(child->title())));
         if (const auto* thumbnail = dynamic_cast<const bv::BVThumbnail*>(child.get())) {
             const QImage bordered = thumbnail->borderedThumbnailImage();
             childItem->setIcon(
@@ -131,7 +131,7 @@ void addNodeItems(const bv::BVNode& node, QTreeWidgetItem* item) {
 
 QTreeWidget* outlineView(const Lesson& lesson, QWidget* parent) {
     auto* tree = new QTreeWidget(parent);
-    tree->setHeaderLabel(bv::MenuItem::toQString(lesson.root->title()));
+    tree->setHeaderLabel(bv::toQString(lesson.root->title()));
     tree->setIconSize(QSize(64, 48));
     addNodeItems(*lesson.root, tree->invisibleRootItem());
     tree->expandAll();
@@ -160,7 +160,7 @@ QGroupBox* answerPanel(QWidget* parent) {
     const auto show = [matrix, selection] {
         const auto chosen = bv::BVNSMatrix::selectionAsString(*matrix);
         selection->setText(QStringLiteral("Selected: ") +
-                           (chosen ? bv::MenuItem::toQString(*chosen) : QStringLiteral("none")));
+                           (chosen ? bv::toQString(*chosen) : QStringLiteral("none")));
     };
     QObject::connect(matrix, &bv::Matrix::cellClicked, selection, show);
     show();
