@@ -27,7 +27,8 @@
 #include "BrevantCocoaExtensions/interface/BVNSPopUpButton.hpp"
 #include "BrevantCocoaExtensions/interface/BVThumbnail.hpp"
 #include "BrevantCocoaExtensions/interface/BVUtilitiesImages.hpp"
-#include "BrevantCocoaExtensions/interface/MenuItem.hpp"
+#include "BrevantCocoaExtensions/interface/QtAlertPresenter.hpp"
+#include "BrevantCocoaExtensions/interface/QtText.hpp"
 
 namespace {
 
@@ -211,6 +212,7 @@ int main(int argc, char** argv) {
         }
     }
 
+    bv::QtAlertPresenter::install();  // the library's alerts become message boxes
     QMainWindow window;
     window.setWindowTitle(QStringLiteral("Brevant gallery"));
     buildAnswersMenu(window);
