@@ -90,7 +90,7 @@ void BVNode::insertChildrenAtIndexes(const NodeList& children, const IndexSet& i
     auto child = children.begin();
     for (std::size_t index : indexes)
         childNodes_.insert(childNodes_.begin() + index, *child++);
-    adopt(children);
+    adopt(childNodes_);
     setChildrenIndexesInAscendingOrder();
 }
 
