@@ -6,11 +6,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include <cerrno>
-#include <cstring>
-#include <filesystem>
-#include <fstream>
-#include <iostream>
+#include <string_view>
 #include <unordered_map>
 
 #include "BrevantCocoaExtensions/platform/TextEncoding.hpp"
@@ -48,37 +44,87 @@ void addAnswer(bv::BVCountedStrings& tally, const bv::Text& answer, std::uint64_
     if (entry && count > 1) entry->setCount(entry->count() + count - 1);
 }
 
+// Splits a stream into lines at "\n" (a "\r" before it dropped), skipping a UTF-8 byte-order mark at
+// the start. Input without any "\n" is split at "\r", as the CSV reader splits such a file.
+class LineSplitter {
+  public:
+    template <class OnLine>
+    void add(std::string_view bytes, OnLine&& onLine) {
+        if (atStart_) {
+            pending_.append(bytes);
+            if (pending_.size() < 3 && std::string_view("\xEF\xBB\xBF").substr(0, pending_.size()) == pending_)
+                return;  // too short yet to tell whether a mark starts the input
+            atStart_ = false;
+            if (pending_.compare(0, 3, "\xEF\xBB\xBF") == 0) pending_.erase(0, 3);
+            const std::string head = std::exchange(pending_, std::string());
+            add(head, onLine);
+            return;
+        }
+        while (!bytes.empty()) {
+            const std::size_t end = bytes.find('\n');
+            if (end == std::string_view::npos) {
+                pending_.append(bytes);
+                return;
+            }
+            sawNewline_ = true;
+            if (pending_.empty()) {
+                emit(bytes.substr(0, end), onLine);
+            } else {
+                pending_.append(bytes.substr(0, end));
+                emit(pending_, onLine);
+                pending_.clear();
+            }
+            bytes.remove_prefix(end + 1);
+        }
+    }
+    template <class OnLine>
+    void finish(OnLine&& onLine) {
+        if (atStart_) {
+            atStart_ = false;
+            const std::string head = std::exchange(pending_, std::string());
+            add(head, onLine);
+        }
+        std::string_view rest(pending_);
+        if (!sawNewline_) {  // return-only line ends
+            for (std::size_t end; (end = rest.find('\r')) != std::string_view::npos; rest.remove_prefix(end + 1))
+                onLine(rest.substr(0, end));
+        }
+        emit(rest, onLine);
+    }
+
+  private:
+    template <class OnLine>
+    static void emit(std::string_view line, OnLine& onLine) {
+        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+        onLine(line);
+    }
+
+    std::string pending_;
+    bool atStart_ = true;
+    bool sawNewline_ = false;
+};
+
 // Reads answers one per line from a file or standard input, streaming; blank lines are skipped and each
 // answer trimmed of white space. Fails on bytes that are not UTF-8.
 bool tallyLines(const std::string& path, bv::BVCountedStrings& tally, std::string* error) {
-    std::ifstream file;
-    std::istream* input = &std::cin;
-    std::uint64_t totalBytes = 0;
-    if (path != "-") {
-        if (!checkReadableFile(path, error)) return false;
-        file.open(path, std::ios::binary);
-        if (!file) {
-            *error = path + ": " + std::strerror(errno);
-            return false;
-        }
-        input = &file;
-        std::error_code code;
-        totalBytes = std::filesystem::file_size(path, code);
-    }
-    const std::string name = path == "-" ? "standard input" : path;
-    ProgressBar progress("Counting " + name, totalBytes);
+    InputFile input;
+    if (!input.open(path, error)) return false;
+    const std::string& name = input.name();
+    ProgressBar progress("Counting " + name, input.size());
     FirstSeenCounter<std::string> raw;
-    std::string line;
-    std::uint64_t lineNumber = 0, doneBytes = 0;
-    while (std::getline(*input, line)) {
-        ++lineNumber;
-        doneBytes += line.size() + 1;
-        if ((lineNumber & 0xFFFF) == 0) progress.update(doneBytes);
-        if (!line.empty() && line.back() == '\r') line.pop_back();
-        if (line.empty()) continue;
-        raw.add(line);
+    auto count = [&](std::string_view line) {
+        if (!line.empty()) raw.add(std::string(line));
+    };
+    LineSplitter lines;
+    std::vector<char> buffer(1 << 20);
+    std::uint64_t doneBytes = 0;
+    while (std::size_t got = input.read(buffer.data(), buffer.size())) {
+        lines.add(std::string_view(buffer.data(), got), count);
+        doneBytes += got;
+        progress.update(doneBytes);
     }
-    if (input->bad()) {
+    lines.finish(count);
+    if (input.failed()) {
         *error = name + ": read error";
         return false;
     }
@@ -99,15 +145,20 @@ bool tallyLines(const std::string& path, bv::BVCountedStrings& tally, std::strin
 }
 
 // Reads the answers of one column of a CSV file with a header; malformed lines are reported and skipped.
-bool tallyColumn(const std::string& path, const std::string& column, bv::BVCountedStrings& tally,
-                 std::string* error, std::vector<std::uint64_t>* malformedLines) {
+bool tallyColumn(const TallyOptions& options, bv::BVCountedStrings& tally, std::string* error,
+                 CsvReadReport* report) {
     FirstSeenCounter<bv::Text> answers;
-    bool ok = readCsvColumn(path, column, error, malformedLines, [&](const bv::Text& value) {
-        if (!value.empty()) answers.add(value);
-    });
+    bool ok = readCsvColumn(options.file, options.column, options.stopAtBlank, error, report,
+                            [&](const bv::Text& value) {
+                                if (!value.empty()) answers.add(value);
+                            });
     if (!ok) return false;
     for (const auto& [answer, count] : answers.entries())
         addAnswer(tally, answer, count);
+    if (tally.totalCount() == 0) {
+        *error = (options.file == "-" ? std::string("standard input") : options.file) + ": no answers";
+        return false;
+    }
     return true;
 }
 
@@ -144,9 +195,8 @@ std::int64_t numberAt(const bv::ValueDictionary& dictionary, const char* key) {
 
 bool tallyAnswers(const TallyOptions& options, TallyResult* result, std::string* error) {
     bv::BVCountedStrings tally(options.ignoreCase);
-    bool ok = options.column.empty()
-                  ? tallyLines(options.file, tally, error)
-                  : tallyColumn(options.file, options.column, tally, error, &result->malformedLines);
+    bool ok = options.column.empty() ? tallyLines(options.file, tally, error)
+                                     : tallyColumn(options, tally, error, &result->csv);
     if (!ok) return false;
     for (const auto& entry : tally.countedStrings())
         result->answers.add(bv::Value(entry->string()), entry->count());
@@ -167,7 +217,7 @@ std::string renderTallyText(const TallyResult& result, const TallyOptions& optio
     std::string joined;
     for (const std::string& text : texts)
         joined += (joined.empty() ? "" : ", ") + text;
-    out += (texts.size() == 1 ? "Mode: " : "Modes: ") + joined + " (" +
+    out += (texts.size() == 1 ? "Mode: " : "Modes: ") + escapeControlCharacters(joined) + " (" +
            std::to_string(numberAt(*modes, "modeCount")) +
            (texts.size() == 1 ? " answers" : " answers each") + ", " +
            std::to_string(numberAt(*modes, "modePercent")) + "% of all answers)\n";
@@ -198,7 +248,7 @@ std::string renderTallyJson(const TallyResult& result, const TallyOptions& optio
         entries.push_back(std::move(entry));
     }
     document["entries"] = std::move(entries);
-    document["malformedLines"] = result.malformedLines;
+    document["malformedLines"] = result.csv.malformedLines;
     return document.dump(2) + "\n";
 }
 
