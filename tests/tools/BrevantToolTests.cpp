@@ -202,9 +202,9 @@ TEST(BrevantBase36, WritesAndReadsBase36AndRejectsOtherValues) {
     run = brevant("base36 --decode 3W5E11264SGSF zz 10 ''");
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.out, "18446744073709551615\n1295\n36\n0\n");  // round-trips the encoder's range
-    for (const char* arguments : {"base36 18446744073709551616", "base36 1 -1", "base36 0x10", "base36 ' 1'",
-                                  "base36 ''", "base36", "base36 -d 3W5E11264SGSG", "base36 -d 10000000000000",
-                                  "base36 -d 'a b'"}) {
+    for (const char* arguments :
+         {"base36 18446744073709551616", "base36 1 -1", "base36 0x10", "base36 ' 1'", "base36 ''", "base36",
+          "base36 -d 3W5E11264SGSG", "base36 -d 10000000000000", "base36 -d 'a b'"}) {
         run = brevant(arguments);
         EXPECT_EQ(run.status, 2) << arguments;
         EXPECT_EQ(run.out, "") << arguments;

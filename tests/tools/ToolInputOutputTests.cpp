@@ -54,7 +54,8 @@ class ToolInputOutput : public ::testing::Test {
     // the pipeline's first command's (PIPESTATUS[0]), so "brevant ... | head -1" reports brevant's.
     ToolRun shell(const std::string& line) const {
         const std::string script = "cd '" + folder_.string() + "' && brevant() { '" + brevant_ +
-                                   "' \"$@\"; }; { " + line + "; echo ${PIPESTATUS[0]} > status; } > out 2> err";
+                                   "' \"$@\"; }; { " + line +
+                                   "; echo ${PIPESTATUS[0]} > status; } > out 2> err";
         std::ofstream(folder_ / "script.sh") << script;
         std::system(("bash '" + (folder_ / "script.sh").string() + "'").c_str());
         return {read("out"), read("err"), std::stoi("0" + read("status"))};
@@ -101,17 +102,18 @@ TEST_F(ToolInputOutput, WriteFailuresEndTheSameWayInEverySubcommand) {
         manyValues += " " + std::to_string(i * 7919ULL * 1000003ULL);
         manyCodes += " " + std::to_string(i);
     }
-    const std::vector<std::string> small{"tally answers.txt", "csv class.csv", "base36 35", "base36 -d z",
-                                         "qcode 66", "base64 encode answers.txt", "hex encode answers.txt"};
+    const std::vector<std::string> small{
+        "tally answers.txt",         "csv class.csv",         "base36 35", "base36 -d z", "qcode 66",
+        "base64 encode answers.txt", "hex encode answers.txt"};
     for (const std::string& command : small) {
         ToolRun run = shell("brevant " + command + " > /dev/full");
         EXPECT_EQ(run.status, 1) << command;
         EXPECT_EQ(run.err, "brevant: write error: No space left on device\n") << command;
     }
     // A reader that goes away after one line: status 0 and nothing on standard error.
-    const std::vector<std::string> large{"csv --header big.csv", "csv --header --json big.csv",
+    const std::vector<std::string> large{"csv --header big.csv",  "csv --header --json big.csv",
                                          "base64 encode big.csv", "hex encode big.csv",
-                                         "base36" + manyValues, "qcode" + manyCodes};
+                                         "base36" + manyValues,   "qcode" + manyCodes};
     for (const std::string& command : large) {
         ToolRun run = shell("brevant " + command + " | head -c 1");
         EXPECT_EQ(run.status, 0) << command;
@@ -124,8 +126,8 @@ TEST_F(ToolInputOutput, TablesEscapeControlCharactersAndJsonKeepsThem) {
     write("answers.txt", hostile + "\n" + hostile + "\n");
     write("class.csv", "Name\n" + hostile + "\n");
     const std::string shown = "x\\e]0;title\\u0007\\e[2Jy\\rz\\u009B";
-    for (const char* command :
-         {"brevant tally answers.txt", "brevant csv --header class.csv", "brevant csv --header --column Name class.csv"}) {
+    for (const char* command : {"brevant tally answers.txt", "brevant csv --header class.csv",
+                                "brevant csv --header --column Name class.csv"}) {
         ToolRun run = shell(command);
         EXPECT_EQ(run.status, 0) << command;
         EXPECT_NE(run.out.find(shown), std::string::npos) << command << run.out;
@@ -156,18 +158,21 @@ TEST_F(ToolInputOutput, ByteOrderMarksAndReturnOnlyLineEndsSplitAsCsvDoes) {
     // Every file holds Paris twice and Lyon once.
     write("bom.txt", "\xEF\xBB\xBFParis\nParis\nLyon\n");
     write("returns.txt", "Paris\rParis\rLyon");
-    write("bom.csv", "\xEF\xBB\xBF" "Answer\rParis\rParis\rLyon\r");
+    write("bom.csv",
+          "\xEF\xBB\xBF"
+          "Answer\rParis\rParis\rLyon\r");
     write("mixed.csv", "Answer\r\nParis\r\nParis\r\nLyon\nstill line 4\r\n");  // "\n" alone stays inside
-    for (const char* command : {"brevant tally --json bom.txt", "brevant tally --json returns.txt",
-                                "brevant tally --json --column Answer bom.csv",
-                                "brevant tally --json --column Answer mixed.csv"}) {
+    for (const char* command :
+         {"brevant tally --json bom.txt", "brevant tally --json returns.txt",
+          "brevant tally --json --column Answer bom.csv", "brevant tally --json --column Answer mixed.csv"}) {
         ToolRun run = shell(command);
         ASSERT_EQ(run.status, 0) << command << run.err;
         auto document = nlohmann::json::parse(run.out);
         EXPECT_EQ(document["entries"][0]["answer"], "Paris") << command;
         EXPECT_EQ(document["entries"][0]["count"], 2) << command;
     }
-    EXPECT_EQ(shell("brevant csv --header --column Answer mixed.csv").out, "Paris\nParis\nLyon\\nstill line 4\n");
+    EXPECT_EQ(shell("brevant csv --header --column Answer mixed.csv").out,
+              "Paris\nParis\nLyon\\nstill line 4\n");
 }
 
 TEST_F(ToolInputOutput, RepeatedHeaderNamesKeepEveryValueInJson) {
@@ -206,7 +211,8 @@ TEST_F(ToolInputOutput, StreamingCodersMatchTheLibraryOnEverySize) {
         if (size % 3 == 1) text.insert(text.size() / 2, size % 2 == 0 ? "=" : "A=");  // the data ends early
         write("text", text);
         const bv::ByteData decoded = bv::Base64Encoding::dataWithBase64EncodedString(bv::Text(text));
-        EXPECT_EQ(shell("brevant base64 decode text").out, std::string(decoded.begin(), decoded.end())) << size;
+        EXPECT_EQ(shell("brevant base64 decode text").out, std::string(decoded.begin(), decoded.end()))
+            << size;
 
         const std::string hex = bytes(size, hexText);
         write("hex", hex);
@@ -216,7 +222,8 @@ TEST_F(ToolInputOutput, StreamingCodersMatchTheLibraryOnEverySize) {
         write("digits", digits);
         const auto strict = bv::BVNSData::initWithHexStringIgnoreOtherCharacters(
             bv::Text(digits.substr(0, digits.size() - 2)), false);
-        EXPECT_EQ(shell("brevant hex decode --strict digits").out, std::string(strict->begin(), strict->end()))
+        EXPECT_EQ(shell("brevant hex decode --strict digits").out,
+                  std::string(strict->begin(), strict->end()))
             << size;
     }
 }

@@ -64,9 +64,10 @@ bool fitsInBase36(const std::string& text) {
 int decode(const std::vector<std::string>& arguments) {
     for (const std::string& argument : arguments) {
         if (!fitsInBase36(argument)) {
-            printError("base36: not a base-36 number of at most 64 bits (digits 0-9 and A-Z, up to "
-                       "3W5E11264SGSF): \"" +
-                       argument + "\"");
+            printError(
+                "base36: not a base-36 number of at most 64 bits (digits 0-9 and A-Z, up to "
+                "3W5E11264SGSF): \"" +
+                argument + "\"");
             return kExitUsage;
         }
     }
@@ -84,7 +85,8 @@ void install(CLI::App& app, int* exitCode) {
         app.add_subcommand("base36", "Write numbers in base 36, or read base-36 texts with --decode");
     auto arguments = std::make_shared<std::vector<std::string>>();
     auto decoding = std::make_shared<bool>(false);
-    command->add_flag("-d,--decode", *decoding, "read each TEXT as base 36 and print it as an unsigned decimal");
+    command->add_flag("-d,--decode", *decoding,
+                      "read each TEXT as base 36 and print it as an unsigned decimal");
     command->add_option("VALUE", *arguments, "decimal unsigned 64-bit values (base-36 texts with --decode)")
         ->required();
     command->callback(

@@ -34,19 +34,25 @@ int run(const Base64Options& options) {
     bool read;
     if (options.mode == "encode") {
         Base64Encoder encoder(options.lines);
-        read = forEachChunk(options.file, kEncodeChunk, "Encoding", [&](const char* bytes, std::size_t length) {
-            out.clear();
-            encoder.add(bytesOf(bytes), length, &out);
-            return writeOutput(out);
-        }, &error);
+        read = forEachChunk(
+            options.file, kEncodeChunk, "Encoding",
+            [&](const char* bytes, std::size_t length) {
+                out.clear();
+                encoder.add(bytesOf(bytes), length, &out);
+                return writeOutput(out);
+            },
+            &error);
         if (read) writeOutput("\n");
     } else {
         Base64Decoder decoder;
-        read = forEachChunk(options.file, kDecodeChunk, "Decoding", [&](const char* bytes, std::size_t length) {
-            out.clear();
-            clean = decoder.add(bytesOf(bytes), length, &out);
-            return writeOutput(out) && clean;
-        }, &error);
+        read = forEachChunk(
+            options.file, kDecodeChunk, "Decoding",
+            [&](const char* bytes, std::size_t length) {
+                out.clear();
+                clean = decoder.add(bytesOf(bytes), length, &out);
+                return writeOutput(out) && clean;
+            },
+            &error);
     }
     if (!read) {
         printError("base64: " + error);

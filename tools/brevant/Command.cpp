@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -25,11 +26,20 @@ bool rememberOutputError() {
 
 void appendEscape(std::string& out, unsigned code) {
     switch (code) {
-        case '\t': out += "\\t"; return;
-        case '\n': out += "\\n"; return;
-        case '\r': out += "\\r"; return;
-        case 0x1B: out += "\\e"; return;
-        default: break;
+        case '\t':
+            out += "\\t";
+            return;
+        case '\n':
+            out += "\\n";
+            return;
+        case '\r':
+            out += "\\r";
+            return;
+        case 0x1B:
+            out += "\\e";
+            return;
+        default:
+            break;
     }
     char escape[8];
     std::snprintf(escape, sizeof escape, "\\u%04X", code);
@@ -140,7 +150,8 @@ std::size_t InputFile::readFully(char* buffer, std::size_t capacity) {
 }
 
 bool forEachChunk(const std::string& path, std::size_t chunkSize, const std::string& label,
-                  const std::function<bool(const char* bytes, std::size_t length)>& onChunk, std::string* error) {
+                  const std::function<bool(const char* bytes, std::size_t length)>& onChunk,
+                  std::string* error) {
     InputFile input;
     if (!input.open(path, error)) return false;
     ProgressBar progress(label + " " + input.name(), input.size());
@@ -159,6 +170,11 @@ bool forEachChunk(const std::string& path, std::size_t chunkSize, const std::str
 }
 
 std::string escapeControlCharacters(std::string_view utf8) {
+    const bool plain = std::none_of(utf8.begin(), utf8.end(), [](char c) {
+        const auto byte = static_cast<unsigned char>(c);
+        return byte < 0x20 || byte == 0x7F || byte == 0xC2;
+    });
+    if (plain) return std::string(utf8);
     std::string out;
     out.reserve(utf8.size());
     for (std::size_t i = 0; i < utf8.size(); ++i) {

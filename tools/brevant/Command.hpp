@@ -101,7 +101,8 @@ class InputFile {
 // "LABEL NAME" with a progress bar on standard error when it is a terminal and the file is large.
 // False with a "NAME: problem" message when the input cannot be opened or read.
 bool forEachChunk(const std::string& path, std::size_t chunkSize, const std::string& label,
-                  const std::function<bool(const char* bytes, std::size_t length)>& onChunk, std::string* error);
+                  const std::function<bool(const char* bytes, std::size_t length)>& onChunk,
+                  std::string* error);
 
 // UTF-8 text made safe for a terminal: each control character (C0, DEL and C1) is shown as an escape,
 // "\t", "\n", "\r", "\e" or "\uXXXX", so that an answer cannot move the cursor or retitle the window.

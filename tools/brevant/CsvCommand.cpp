@@ -161,9 +161,10 @@ bool printTable(CsvFile& file, const CsvReadOptions& options, std::string* error
 int run(const CsvOptions& options) {
     const std::optional<char> separator = parseSeparator(options.separator);
     if (!separator) {
-        printError("csv: the separator must be one ASCII character other than a space or a tab (the reader "
-                   "skips those around fields), not \"" +
-                   options.separator + "\"");
+        printError(
+            "csv: the separator must be one ASCII character other than a space or a tab (the reader "
+            "skips those around fields), not \"" +
+            options.separator + "\"");
         return kExitUsage;
     }
     const bool wantsColumn = options.columnOption->count() > 0;
@@ -188,20 +189,24 @@ int run(const CsvOptions& options) {
     } else {
         const bv::Text columnName(options.column);
         std::vector<std::string> keys;
+        std::size_t column = 0;  // the first column of the name, as the reader's lookup by name finds it
         auto acceptHeader = [&](const Record& names, std::string* message) {
             keys = uniqueKeys(names);
-            if (!wantsColumn || std::find(names.begin(), names.end(), columnName) != names.end()) return true;
+            column =
+                static_cast<std::size_t>(std::find(names.begin(), names.end(), columnName) - names.begin());
+            if (!wantsColumn || column < names.size()) return true;
             *message = file.name() + ": no column named \"" + options.column + "\"";
             return false;
         };
         JsonArrayWriter array;
-        auto print = [&](const bv::CSVReader& reader, const Record& record) {
+        auto print = [&](const bv::CSVReader&, const Record& record) {
             if (wantsColumn) {
-                const bv::Text value = reader.fieldValueForName(columnName).value_or(bv::Text());
                 if (options.json) {
-                    array.element(jsonString(value));
+                    array.element(jsonString(record[column]));
                 } else {
-                    writeOutput(escapeControlCharacters(value.toUtf8()) + "\n");
+                    std::string line = escapeControlCharacters(record[column].toUtf8());
+                    line += '\n';
+                    writeOutput(line);
                 }
             } else {
                 array.element(options.header ? jsonObject(keys, record) : jsonArray(record));
@@ -225,14 +230,16 @@ void install(CLI::App& app, int* exitCode) {
     command->add_flag("--header", options->header, "the first line names the columns");
     command->add_option("--separator", options->separator,
                         "the field separator: one ASCII character, not a space or a tab (default \",\")");
-    command->add_flag("--json", options->json,
-                      "print JSON: objects keyed by column name with --header (a repeated name gets \" (2)\")");
+    command->add_flag(
+        "--json", options->json,
+        "print JSON: objects keyed by column name with --header (a repeated name gets \" (2)\")");
     options->columnOption =
         command->add_option("--column", options->column, "print only the column of this name");
     command->add_flag("--stop-at-blank", options->stopAtBlank,
                       "a blank line ends the data on purpose: lines after it are ignored without a failure");
-    command->footer("Exit status: 0 success, 1 unreadable input, malformed lines or lines left after a blank "
-                    "line, 2 wrong usage.");
+    command->footer(
+        "Exit status: 0 success, 1 unreadable input, malformed lines or lines left after a blank "
+        "line, 2 wrong usage.");
     command->callback([options, exitCode] { *exitCode = run(*options); });
 }
 

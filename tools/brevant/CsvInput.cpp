@@ -54,7 +54,8 @@ class ByteScan {
     // Validates whole characters; a character cut by the chunk's end waits for the next chunk.
     void checkUtf8(const char* data, std::size_t length) {
         if (!valid_) return;
-        if (carry_.empty() && std::all_of(data, data + length, [](char c) { return (c & 0x80) == 0; })) return;
+        if (carry_.empty() && std::all_of(data, data + length, [](char c) { return (c & 0x80) == 0; }))
+            return;
         ascii_ = false;
         std::string checked = carry_;
         checked.append(data, length);
@@ -190,8 +191,10 @@ bool CsvFile::detect(std::string* error) {
 
 std::optional<bv::Text> CsvFile::decode(std::string_view line) const {
     switch (encoding_) {
-        case Encoding::Ascii: return bv::Text::fromLatin1(line);
-        case Encoding::Utf8: return bv::Text(line);
+        case Encoding::Ascii:
+            return bv::Text::fromLatin1(line);
+        case Encoding::Utf8:
+            return bv::Text(line);
         default:
             return bv::decodeText(reinterpret_cast<const std::uint8_t*>(line.data()), line.size(),
                                   bv::TextEncoding::WindowsCP1252);
@@ -248,7 +251,8 @@ bool CsvFile::forEachLine(const LineHandler& onLine, std::string* error) {
             }
             const auto end = static_cast<std::size_t>(static_cast<const char*>(found) - chunk);
             if (crLf) {
-                const bool afterReturn = end > start ? chunk[end - 1] == '\r' : !pending.empty() && pending.back() == '\r';
+                const bool afterReturn =
+                    end > start ? chunk[end - 1] == '\r' : !pending.empty() && pending.back() == '\r';
                 if (!afterReturn) {  // a lone "\n" stays inside the line
                     pending.append(chunk + start, end + 1 - start);
                     start = end + 1;
@@ -328,16 +332,17 @@ bool CsvFile::forEachRecord(const CsvReadOptions& options, const CsvHeaderCheck&
     if (report->unreadLines > 0) {
         report->blankLine = blankLine;
         if (!options.quiet)
-            printError(name_ + ": line " + std::to_string(blankLine) + " is blank, which ends the data; the " +
-                       std::to_string(report->unreadLines) +
+            printError(name_ + ": line " + std::to_string(blankLine) +
+                       " is blank, which ends the data; the " + std::to_string(report->unreadLines) +
                        (report->unreadLines == 1 ? " line after it was" : " lines after it were") +
                        " not read (--stop-at-blank stops there on purpose)");
     }
     return true;
 }
 
-bool forEachCsvRecord(const std::string& path, const CsvReadOptions& options, const CsvHeaderCheck& checkHeaders,
-                      const CsvRecordHandler& onRecord, std::string* error, CsvReadReport* report) {
+bool forEachCsvRecord(const std::string& path, const CsvReadOptions& options,
+                      const CsvHeaderCheck& checkHeaders, const CsvRecordHandler& onRecord,
+                      std::string* error, CsvReadReport* report) {
     CsvFile file;
     return file.open(path, error) && file.forEachRecord(options, checkHeaders, onRecord, error, report);
 }
@@ -347,8 +352,10 @@ bool readCsvColumn(const std::string& path, const std::string& column, bool stop
     const bv::Text name(column);
     CsvFile file;
     if (!file.open(path, error)) return false;
+    std::size_t index = 0;  // the first column of the name, as the reader's lookup by name finds it
     auto hasColumn = [&](const std::vector<bv::Text>& headers, std::string* message) {
-        if (std::find(headers.begin(), headers.end(), name) != headers.end()) return true;
+        index = static_cast<std::size_t>(std::find(headers.begin(), headers.end(), name) - headers.begin());
+        if (index < headers.size()) return true;
         std::string columns;
         for (const bv::Text& header : headers)
             columns += (columns.empty() ? "" : ", ") + header.toUtf8();
@@ -360,10 +367,8 @@ bool readCsvColumn(const std::string& path, const std::string& column, bool stop
     options.stopAtBlank = stopAtBlank;
     return file.forEachRecord(
         options, hasColumn,
-        [&](const bv::CSVReader& reader, const std::vector<bv::Text>&) {
-            if (std::optional<bv::Text> value = reader.fieldValueForName(name)) onValue(*value);
-        },
-        error, report);
+        [&](const bv::CSVReader&, const std::vector<bv::Text>& record) { onValue(record[index]); }, error,
+        report);
 }
 
 }  // namespace brevant

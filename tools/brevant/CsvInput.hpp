@@ -40,7 +40,7 @@ struct CsvReadOptions {
 
 struct CsvReadReport {
     std::vector<std::uint64_t> malformedLines;  // the numbers (from 1) of the lines skipped as malformed
-    std::uint64_t blankLine = 0;    // the blank line that ended the data early (0 when none did)
+    std::uint64_t blankLine = 0;                // the blank line that ended the data early (0 when none did)
     std::uint64_t unreadLines = 0;  // the lines after it that were not read, up to the last non-blank one
     // Whether the tool should exit 1: malformed lines, or unread lines the caller did not ask for.
     [[nodiscard]] bool failed() const noexcept { return !malformedLines.empty() || unreadLines > 0; }
@@ -92,8 +92,9 @@ class CsvFile {
 };
 
 // Opens the file and reads it in one pass (CsvFile::open then forEachRecord).
-bool forEachCsvRecord(const std::string& path, const CsvReadOptions& options, const CsvHeaderCheck& checkHeaders,
-                      const CsvRecordHandler& onRecord, std::string* error, CsvReadReport* report);
+bool forEachCsvRecord(const std::string& path, const CsvReadOptions& options,
+                      const CsvHeaderCheck& checkHeaders, const CsvRecordHandler& onRecord,
+                      std::string* error, CsvReadReport* report);
 
 // forEachCsvRecord with a header, handing each record's value in the named column to onValue; fails
 // with a message naming the columns there are when the header has no such column.

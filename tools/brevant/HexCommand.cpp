@@ -29,19 +29,25 @@ int run(const HexOptions& options) {
     bool clean = true;
     bool read;
     if (options.mode == "encode") {
-        read = forEachChunk(options.file, kChunk, "Encoding", [&](const char* bytes, std::size_t length) {
-            out.clear();
-            appendHex(reinterpret_cast<const std::uint8_t*>(bytes), length, !options.lower, &out);
-            return writeOutput(out);
-        }, &error);
+        read = forEachChunk(
+            options.file, kChunk, "Encoding",
+            [&](const char* bytes, std::size_t length) {
+                out.clear();
+                appendHex(reinterpret_cast<const std::uint8_t*>(bytes), length, !options.lower, &out);
+                return writeOutput(out);
+            },
+            &error);
         if (read) writeOutput("\n");
     } else {
         HexDecoder decoder(options.strict);
-        read = forEachChunk(options.file, kChunk, "Decoding", [&](const char* bytes, std::size_t length) {
-            out.clear();
-            clean = decoder.add(reinterpret_cast<const std::uint8_t*>(bytes), length, &out);
-            return writeOutput(out) && clean;
-        }, &error);
+        read = forEachChunk(
+            options.file, kChunk, "Decoding",
+            [&](const char* bytes, std::size_t length) {
+                out.clear();
+                clean = decoder.add(reinterpret_cast<const std::uint8_t*>(bytes), length, &out);
+                return writeOutput(out) && clean;
+            },
+            &error);
         if (read && clean) {
             out.clear();
             clean = decoder.finish(&out);

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 
 namespace brevant {
 
@@ -57,7 +58,8 @@ void encodeLine(const std::uint8_t* bytes, std::size_t length, char* out, std::s
     char* start = out;
     std::size_t i = 0;
     for (; i + 3 <= length; i += 3) {
-        const std::uint32_t group = (std::uint32_t{bytes[i]} << 16) | (std::uint32_t{bytes[i + 1]} << 8) | bytes[i + 2];
+        const std::uint32_t group =
+            (std::uint32_t{bytes[i]} << 16) | (std::uint32_t{bytes[i + 1]} << 8) | bytes[i + 2];
         const char* high = &pairs[2 * (group >> 12)];
         const char* low = &pairs[2 * (group & 0xFFF)];
         out[0] = high[0];
@@ -107,8 +109,8 @@ bool Base64Decoder::add(const std::uint8_t* bytes, std::size_t length, std::stri
     while (i < length) {
         if (filled_ == 0 && !ended_) {  // whole groups of four alphabet characters
             for (; i + 4 <= length; i += 4) {
-                const std::uint8_t a = kSextets[bytes[i]], b = kSextets[bytes[i + 1]], c = kSextets[bytes[i + 2]],
-                                   d = kSextets[bytes[i + 3]];
+                const std::uint8_t a = kSextets[bytes[i]], b = kSextets[bytes[i + 1]],
+                                   c = kSextets[bytes[i + 2]], d = kSextets[bytes[i + 3]];
                 if (((a | b | c | d) & (kSkipped | kEquals)) != 0) break;
                 const std::uint32_t group =
                     (std::uint32_t{a} << 18) | (std::uint32_t{b} << 12) | (std::uint32_t{c} << 6) | d;
@@ -153,14 +155,24 @@ void Base64Decoder::addOne(std::uint8_t byte, char*& write) {
 }
 
 void appendHex(const std::uint8_t* bytes, std::size_t length, bool upper, std::string* out) {
-    const char* digits = upper ? "0123456789ABCDEF" : "0123456789abcdef";
+    // Each byte's two digits, looked up at once.
+    static const auto table = [] {
+        std::array<char, 1024> pairs{};
+        for (int letterCase = 0; letterCase < 2; ++letterCase) {
+            const char* digits = letterCase == 0 ? "0123456789abcdef" : "0123456789ABCDEF";
+            for (int byte = 0; byte < 256; ++byte) {
+                pairs[static_cast<std::size_t>(letterCase * 512 + 2 * byte)] = digits[byte >> 4];
+                pairs[static_cast<std::size_t>(letterCase * 512 + 2 * byte + 1)] = digits[byte & 15];
+            }
+        }
+        return pairs;
+    }();
+    const char* pairs = table.data() + (upper ? 512 : 0);
     const std::size_t start = out->size();
     out->resize(start + 2 * length);
     char* write = out->data() + start;
-    for (std::size_t i = 0; i < length; ++i) {
-        write[2 * i] = digits[bytes[i] >> 4];
-        write[2 * i + 1] = digits[bytes[i] & 15];
-    }
+    for (std::size_t i = 0; i < length; ++i)
+        std::memcpy(write + 2 * i, pairs + 2 * bytes[i], 2);
 }
 
 bool HexDecoder::addDigits(const std::uint8_t* bytes, std::size_t length, std::string* out) {

@@ -56,8 +56,8 @@ class HexDecoder {
     bool addDigits(const std::uint8_t* bytes, std::size_t length, std::string* out);
 
     bool strict_;
-    int high_ = -1;       // a digit waiting for its pair
-    std::string held_;    // strict: the last two characters, which may be the final line break
+    int high_ = -1;     // a digit waiting for its pair
+    std::string held_;  // strict: the last two characters, which may be the final line break
 };
 
 }  // namespace brevant

@@ -6,6 +6,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+#include <memory>
 #include <string_view>
 #include <unordered_map>
 
@@ -38,6 +40,71 @@ class FirstSeenCounter {
     std::vector<std::pair<Key, std::uint64_t>> order_;
 };
 
+// Distinct lines with their counts, in the order each was first seen. Each line's bytes are stored once,
+// packed in large blocks; the index is an open-addressing table of (hash, position) pairs, so a repeated
+// line costs one hash, usually one probe and one comparison, with no allocation.
+class RawLineCounter {
+  public:
+    void add(std::string_view line) {
+        if (2 * (keys_.size() + 1) > slots_.size()) grow();
+        const std::uint64_t hash = std::hash<std::string_view>{}(line);
+        for (std::size_t slot = hash & mask_;; slot = (slot + 1) & mask_) {
+            Slot& entry = slots_[slot];
+            if (entry.position == kEmpty) {
+                entry = {hash, static_cast<std::uint32_t>(keys_.size())};
+                keys_.push_back(store(line));
+                counts_.push_back(1);
+                return;
+            }
+            if (entry.hash == hash && keys_[entry.position] == line) {
+                ++counts_[entry.position];
+                return;
+            }
+        }
+    }
+    [[nodiscard]] std::size_t size() const noexcept { return keys_.size(); }
+    [[nodiscard]] std::string_view key(std::size_t i) const { return keys_[i]; }
+    [[nodiscard]] std::uint64_t count(std::size_t i) const { return counts_[i]; }
+
+  private:
+    static constexpr std::uint32_t kEmpty = UINT32_MAX;
+    struct Slot {
+        std::uint64_t hash = 0;
+        std::uint32_t position = kEmpty;
+    };
+
+    void grow() {
+        std::vector<Slot> old =
+            std::exchange(slots_, std::vector<Slot>(std::max<std::size_t>(1024, 2 * slots_.size())));
+        mask_ = slots_.size() - 1;
+        for (const Slot& entry : old) {
+            if (entry.position == kEmpty) continue;
+            std::size_t slot = entry.hash & mask_;
+            while (slots_[slot].position != kEmpty)
+                slot = (slot + 1) & mask_;
+            slots_[slot] = entry;
+        }
+    }
+    std::string_view store(std::string_view line) {
+        if (line.size() > capacity_ - used_) {
+            capacity_ = std::max<std::size_t>(line.size(), 1 << 20);
+            blocks_.emplace_back(new char[capacity_]);
+            used_ = 0;
+        }
+        char* at = blocks_.back().get() + used_;
+        std::copy(line.begin(), line.end(), at);
+        used_ += line.size();
+        return {at, line.size()};
+    }
+
+    std::vector<std::unique_ptr<char[]>> blocks_;
+    std::size_t used_ = 0, capacity_ = 0;
+    std::vector<Slot> slots_;
+    std::size_t mask_ = 0;
+    std::vector<std::string_view> keys_;
+    std::vector<std::uint64_t> counts_;
+};
+
 // Adds `count` occurrences of an answer to the tally, as that many addString calls would.
 void addAnswer(bv::BVCountedStrings& tally, const bv::Text& answer, std::uint64_t count) {
     auto entry = tally.addString(answer);
@@ -52,7 +119,8 @@ class LineSplitter {
     void add(std::string_view bytes, OnLine&& onLine) {
         if (atStart_) {
             pending_.append(bytes);
-            if (pending_.size() < 3 && std::string_view("\xEF\xBB\xBF").substr(0, pending_.size()) == pending_)
+            if (pending_.size() < 3 &&
+                std::string_view("\xEF\xBB\xBF").substr(0, pending_.size()) == pending_)
                 return;  // too short yet to tell whether a mark starts the input
             atStart_ = false;
             if (pending_.compare(0, 3, "\xEF\xBB\xBF") == 0) pending_.erase(0, 3);
@@ -86,7 +154,8 @@ class LineSplitter {
         }
         std::string_view rest(pending_);
         if (!sawNewline_) {  // return-only line ends
-            for (std::size_t end; (end = rest.find('\r')) != std::string_view::npos; rest.remove_prefix(end + 1))
+            for (std::size_t end; (end = rest.find('\r')) != std::string_view::npos;
+                 rest.remove_prefix(end + 1))
                 onLine(rest.substr(0, end));
         }
         emit(rest, onLine);
@@ -111,9 +180,9 @@ bool tallyLines(const std::string& path, bv::BVCountedStrings& tally, std::strin
     if (!input.open(path, error)) return false;
     const std::string& name = input.name();
     ProgressBar progress("Counting " + name, input.size());
-    FirstSeenCounter<std::string> raw;
+    RawLineCounter raw;
     auto count = [&](std::string_view line) {
-        if (!line.empty()) raw.add(std::string(line));
+        if (!line.empty()) raw.add(line);
     };
     LineSplitter lines;
     std::vector<char> buffer(1 << 20);
@@ -128,14 +197,16 @@ bool tallyLines(const std::string& path, bv::BVCountedStrings& tally, std::strin
         *error = name + ": read error";
         return false;
     }
-    for (const auto& [bytes, count] : raw.entries()) {
+    for (std::size_t i = 0; i < raw.size(); ++i) {
+        const std::string_view bytes = raw.key(i);
         const auto* data = reinterpret_cast<const std::uint8_t*>(bytes.data());
         if (!bv::isValidUtf8(data, bytes.size())) {
-            *error = name + ": not UTF-8 text (the answer \"" + printable(bytes) + "\" has invalid bytes)";
+            *error = name + ": not UTF-8 text (the answer \"" + printable(std::string(bytes)) +
+                     "\" has invalid bytes)";
             return false;
         }
         bv::Text answer = bv::BVNSString::trimmedString(bv::Text(bytes));
-        if (!answer.empty()) addAnswer(tally, answer, count);
+        if (!answer.empty()) addAnswer(tally, answer, raw.count(i));
     }
     if (tally.totalCount() == 0) {
         *error = name + ": no answers";
@@ -194,13 +265,15 @@ std::int64_t numberAt(const bv::ValueDictionary& dictionary, const char* key) {
 }  // namespace
 
 bool tallyAnswers(const TallyOptions& options, TallyResult* result, std::string* error) {
-    bv::BVCountedStrings tally(options.ignoreCase);
-    bool ok = options.column.empty() ? tallyLines(options.file, tally, error)
-                                     : tallyColumn(options, tally, error, &result->csv);
-    if (!ok) return false;
-    for (const auto& entry : tally.countedStrings())
-        result->answers.add(bv::Value(entry->string()), entry->count());
-    result->total = tally.totalCount();
+    {  // the tally is released before the ranking is built, which keeps the peak lower
+        bv::BVCountedStrings tally(options.ignoreCase);
+        bool ok = options.column.empty() ? tallyLines(options.file, tally, error)
+                                         : tallyColumn(options, tally, error, &result->csv);
+        if (!ok) return false;
+        for (const auto& entry : tally.countedStrings())
+            result->answers.add(bv::Value(entry->string()), entry->count());
+        result->total = tally.totalCount();
+    }
     rankAnswers(options.rank, result);
     return true;
 }

@@ -32,15 +32,17 @@ void installTally(CLI::App& app, int* exitCode) {
                         "Tally this column of a CSV file whose first line is a header");
     command->add_flag("--ignore-case", options->ignoreCase,
                       "Answers that differ only in case are one answer (the first spelling wins)");
-    command->add_option("--rank", options->rank,
-                        "Keep the N most popular answers and fold the rest into \"other\"")
+    command
+        ->add_option("--rank", options->rank,
+                     "Keep the N most popular answers and fold the rest into \"other\"")
         ->check(CLI::Range(0, std::numeric_limits<int>::max()));
     command->add_flag("--json", options->json, "Print one JSON document instead of the table");
     command->add_flag("--no-chart", options->noChart, "Print the table without bars");
     command->add_flag("--stop-at-blank", options->stopAtBlank,
                       "With --column: a blank line ends the data on purpose (lines after it are ignored)");
-    command->footer("Exit status: 0 success, 1 unreadable input, no answers, malformed CSV lines or lines left after a "
-                    "blank line, 2 wrong usage.");
+    command->footer(
+        "Exit status: 0 success, 1 unreadable input, no answers, malformed CSV lines or lines left after a "
+        "blank line, 2 wrong usage.");
     command->callback([options, exitCode] { *exitCode = runTally(*options); });
 }
 
