@@ -76,15 +76,15 @@ measure() {  # NAME COMMAND
   done
 }
 pairs=(
-  "tally 10M|$brevant tally --no-chart $work/answers10m.txt|lean C++ loop|$bin/TallyPeer $work/answers10m.txt"
-  "tally 10M vs sort|$brevant tally --no-chart $work/answers10m.txt|sort uniq sort|LC_ALL=C sort $work/answers10m.txt | LC_ALL=C uniq -c | LC_ALL=C sort -rn"
-  "tally 200k distinct|$brevant tally --no-chart $work/answers200k.txt|Python Counter|python3 $work/counter.py $work/answers200k.txt"
-  "base64 encode 256 MiB|$brevant base64 encode $work/random.bin|coreutils base64|base64 -w0 $work/random.bin"
-  "base64 decode 256 MiB|$brevant base64 decode $work/random.b64|coreutils base64 -d|base64 -d $work/random.b64"
-  "csv --column 100 MB|$brevant csv --header --column Q2 $work/class100.csv|Python csv|python3 $work/column.py $work/class100.csv Q2"
+  "tally 10M\t$brevant tally --no-chart $work/answers10m.txt\tlean C++ loop\t$bin/TallyPeer $work/answers10m.txt"
+  "tally 10M vs sort\t$brevant tally --no-chart $work/answers10m.txt\tsort uniq sort\tLC_ALL=C sort $work/answers10m.txt | LC_ALL=C uniq -c | LC_ALL=C sort -rn"
+  "tally 200k distinct\t$brevant tally --no-chart $work/answers200k.txt\tPython Counter\tpython3 $work/counter.py $work/answers200k.txt"
+  "base64 encode 256 MiB\t$brevant base64 encode $work/random.bin\tcoreutils base64\tbase64 -w0 $work/random.bin"
+  "base64 decode 256 MiB\t$brevant base64 decode $work/random.b64\tcoreutils base64 -d\tbase64 -d $work/random.b64"
+  "csv --column 100 MB\t$brevant csv --header --column Q2 $work/class100.csv\tPython csv\tpython3 $work/column.py $work/class100.csv Q2"
 )
 for pair in "${pairs[@]}"; do
-  IFS='|' read -r name command peerName peerCommand <<<"$pair"
+  IFS=$'\t' read -r name command peerName peerCommand <<<"$(printf '%b' "$pair")"
   measure "tool:$name" "$command"
   measure "peer:$name" "$peerCommand"
 done
@@ -157,7 +157,7 @@ for line in open(f"{work}/times.txt"):
     times.setdefault(name, []).append(float(parts[-3]) + float(parts[-2]))
     memory[name] = max(memory.get(name, 0), int(parts[-1]))
 for pair in sys.argv[2:]:
-    name, _, peer, _ = pair.split("|")
+    name, _, peer, _ = pair.replace("\\t", "\t").split("\t")
     tool, other = times.get("tool:" + name), times.get("peer:" + name)
     if not tool or not other:
         rows.append((name, "missing", "")); continue
