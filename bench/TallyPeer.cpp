@@ -14,7 +14,9 @@ namespace {
 
 struct Hash {
     using is_transparent = void;
-    std::size_t operator()(std::string_view text) const noexcept { return std::hash<std::string_view>{}(text); }
+    std::size_t operator()(std::string_view text) const noexcept {
+        return std::hash<std::string_view>{}(text);
+    }
 };
 
 }  // namespace
@@ -43,7 +45,8 @@ int main(int argc, char** argv) {
     std::string pending;
     while (std::size_t got = std::fread(buffer.data(), 1, buffer.size(), file)) {
         std::string_view chunk(buffer.data(), got);
-        for (std::size_t end; (end = chunk.find('\n')) != std::string_view::npos; chunk.remove_prefix(end + 1)) {
+        for (std::size_t end; (end = chunk.find('\n')) != std::string_view::npos;
+             chunk.remove_prefix(end + 1)) {
             if (pending.empty()) {
                 count(chunk.substr(0, end));
             } else {
@@ -57,8 +60,10 @@ int main(int argc, char** argv) {
     count(pending);
     std::fclose(file);
     std::vector<std::pair<std::string_view, std::uint64_t>> ranked(counts.begin(), counts.end());
-    std::stable_sort(ranked.begin(), ranked.end(), [](const auto& a, const auto& b) { return a.second > b.second; });
+    std::stable_sort(ranked.begin(), ranked.end(),
+                     [](const auto& a, const auto& b) { return a.second > b.second; });
     for (const auto& [line, n] : ranked)
-        std::printf("%llu %.*s\n", static_cast<unsigned long long>(n), static_cast<int>(line.size()), line.data());
+        std::printf("%llu %.*s\n", static_cast<unsigned long long>(n), static_cast<int>(line.size()),
+                    line.data());
     return 0;
 }

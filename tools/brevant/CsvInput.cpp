@@ -147,14 +147,12 @@ bool CsvFile::copyToTemporaryFile(InputFile& input, std::string* error) {
     return true;
 }
 
-bool CsvFile::detect(std::string* error) {
-    ByteScan scan;
-    std::unique_ptr<char[]> buffer(new char[kChunk]);
-    if (::lseek(descriptor_, 0, SEEK_SET) < 0) {
+bool CsvFile::readFrom(std::uint64_t offset, const ChunkHandler& onChunk, std::string* error) {
+    if (::lseek(descriptor_, static_cast<off_t>(offset), SEEK_SET) < 0) {
         *error = name_ + ": " + std::strerror(errno);
         return false;
     }
-    size_ = 0;
+    std::unique_ptr<char[]> buffer(new char[kChunk]);
     for (;;) {
         const ssize_t got = ::read(descriptor_, buffer.get(), kChunk);
         if (got < 0 && errno == EINTR) continue;
@@ -162,10 +160,19 @@ bool CsvFile::detect(std::string* error) {
             *error = name_ + ": " + std::strerror(errno);
             return false;
         }
-        if (got == 0) break;
-        scan.add(buffer.get(), static_cast<std::size_t>(got));
-        size_ += static_cast<std::uint64_t>(got);
+        if (got == 0 || !onChunk(buffer.get(), static_cast<std::size_t>(got))) return error->empty();
     }
+}
+
+bool CsvFile::detect(std::string* error) {
+    ByteScan scan;
+    size_ = 0;
+    auto add = [&](const char* bytes, std::size_t length) {
+        scan.add(bytes, length);
+        size_ += length;
+        return true;
+    };
+    if (!readFrom(0, add, error)) return false;
     scan.finish();
     if (size_ == 0) {
         *error = name_ + ": the file is empty";
@@ -214,15 +221,11 @@ bool CsvFile::forEachWideLine(const LineHandler& onLine) {
 
 bool CsvFile::forEachLine(const LineHandler& onLine, std::string* error) {
     if (encoding_ == Encoding::Wide) return forEachWideLine(onLine);
-    if (::lseek(descriptor_, static_cast<off_t>(markLength_), SEEK_SET) < 0) {
-        *error = name_ + ": " + std::strerror(errno);
-        return false;
-    }
-    std::unique_ptr<char[]> buffer(new char[kChunk]);
     const char last = lineBreak_.empty() ? '\0' : lineBreak_.back();
     const bool crLf = lineBreak_ == "\r\n";
     std::string pending;  // the start of a line that the previous chunk cut
     std::uint64_t done = markLength_;
+    bool stopped = false;
     auto emit = [&](std::string_view bytes) {
         std::optional<bv::Text> text = decode(bytes);
         if (!text) {
@@ -231,16 +234,7 @@ bool CsvFile::forEachLine(const LineHandler& onLine, std::string* error) {
         }
         return onLine(*text, done);
     };
-    for (;;) {
-        const ssize_t got = ::read(descriptor_, buffer.get(), kChunk);
-        if (got < 0 && errno == EINTR) continue;
-        if (got < 0) {
-            *error = name_ + ": " + std::strerror(errno);
-            return false;
-        }
-        if (got == 0) break;
-        const char* chunk = buffer.get();
-        const auto length = static_cast<std::size_t>(got);
+    auto split = [&](const char* chunk, std::size_t length) {
         done += length;
         std::size_t start = 0;
         while (start < length) {
@@ -268,11 +262,17 @@ bool CsvFile::forEachLine(const LineHandler& onLine, std::string* error) {
                 keepGoing = emit(pending);
                 pending.clear();
             }
-            if (!keepGoing) return error->empty();
+            if (!keepGoing) {
+                stopped = true;
+                return false;
+            }
             start = end + 1;
         }
-    }
-    emit(pending);  // the last line, empty when the file ends with a line break
+        return true;
+    };
+    if (!readFrom(markLength_, split, error)) return false;
+    if (stopped) return true;  // the caller had read enough
+    emit(pending);             // the last line, empty when the file ends with a line break
     return error->empty();
 }
 

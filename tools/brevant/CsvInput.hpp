@@ -72,7 +72,10 @@ class CsvFile {
   private:
     enum class Encoding { Ascii, Utf8, Windows1252, Wide };
 
+    using ChunkHandler = std::function<bool(const char* bytes, std::size_t length)>;
     bool copyToTemporaryFile(InputFile& input, std::string* error);
+    // Reads the file from the offset in chunks until the end or until onChunk answers false.
+    bool readFrom(std::uint64_t offset, const ChunkHandler& onChunk, std::string* error);
     bool detect(std::string* error);
     using LineHandler = std::function<bool(const bv::Text& line, std::uint64_t doneBytes)>;
     // Calls onLine with each decoded line (terminator and byte-order mark removed) until it answers false.
