@@ -226,6 +226,11 @@ TEST_F(ToolInputOutput, StreamingCodersMatchTheLibraryOnEverySize) {
                   std::string(strict->begin(), strict->end()))
             << size;
     }
+    // A group cut by the first piece's end and finished by "=" early in the next piece.
+    const std::string cut = "\n" + std::string(1048575, 'A') + "AI=";
+    write("cut", cut);
+    const bv::ByteData decoded = bv::Base64Encoding::dataWithBase64EncodedString(bv::Text(cut));
+    EXPECT_EQ(shell("brevant base64 decode cut").out, std::string(decoded.begin(), decoded.end()));
 }
 
 }  // namespace

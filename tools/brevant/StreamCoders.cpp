@@ -102,7 +102,7 @@ void Base64Encoder::add(const std::uint8_t* bytes, std::size_t length, std::stri
 
 bool Base64Decoder::add(const std::uint8_t* bytes, std::size_t length, std::string* out) {
     const std::size_t start = out->size();
-    out->resize(start + length / 4 * 3 + 3);
+    out->resize(start + (length + 3) / 4 * 3 + 3);  // up to three sextets may wait from the last piece
     char* write = out->data() + start;
     bool ascii = true;
     std::size_t i = 0;
