@@ -142,6 +142,8 @@ TEST(BrevantTool, BadInputGivesOneLineNamingTheFileAndExitOne) {
              ": no column named \"Missing\" (the columns are: Name, Answer, Score)\n"},
         {"tally --column Answer " + fixture("empty.txt"),
          "brevant: " + fixture("empty.txt") + ": the file is empty\n"},
+        {"tally --column Answer " + fixture("header-only.csv"),
+         "brevant: " + fixture("header-only.csv") + ": no answers\n"},
     };
     for (const Case& test : cases) {
         ToolRun run = brevant(test.arguments);
@@ -153,7 +155,7 @@ TEST(BrevantTool, BadInputGivesOneLineNamingTheFileAndExitOne) {
 
 TEST(BrevantTool, UsageErrorsExitTwo) {
     for (const std::string arguments :
-         {"", "no-such-command", "tally --rank", "tally --rank x -", "tally a b c"}) {
+         {"", "no-such-command", "tally --rank", "tally --rank x -", "tally --rank -1 -", "tally a b c"}) {
         ToolRun run = brevant(arguments);
         EXPECT_EQ(run.status, 2) << arguments;
         EXPECT_FALSE(run.err.empty()) << arguments;
@@ -199,9 +201,10 @@ TEST(BrevantBase36, WritesAndReadsBase36AndRejectsOtherValues) {
     EXPECT_EQ(run.out, "3W5E11264SGSF\nZ\n10\n\n");  // zero is written as nothing
     run = brevant("base36 --decode 3W5E11264SGSF zz 10 ''");
     EXPECT_EQ(run.status, 0);
-    EXPECT_EQ(run.out, "-1\n1295\n36\n0\n");
-    for (const char* arguments : {"base36 18446744073709551616", "base36 1 -1", "base36 0x10", "base36 ' 1'",
-                                  "base36 ''", "base36"}) {
+    EXPECT_EQ(run.out, "18446744073709551615\n1295\n36\n0\n");  // round-trips the encoder's range
+    for (const char* arguments :
+         {"base36 18446744073709551616", "base36 1 -1", "base36 0x10", "base36 ' 1'", "base36 ''", "base36",
+          "base36 -d 3W5E11264SGSG", "base36 -d 10000000000000", "base36 -d 'a b'"}) {
         run = brevant(arguments);
         EXPECT_EQ(run.status, 2) << arguments;
         EXPECT_EQ(run.out, "") << arguments;

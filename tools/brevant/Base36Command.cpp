@@ -1,10 +1,9 @@
 // brevant base36 VALUE...: writes each decimal unsigned 64-bit value in base 36, one per line (0 gives an
-// empty line: the library writes nothing for zero). brevant base36 --decode TEXT...: prints the value of
-// each base-36 text as a signed decimal, read as the library reads it (either case; a character outside
-// the digits is not rejected, and values past 2^63 - 1 come out negative).
-#include <cinttypes>
+// empty line: the library writes nothing for zero). brevant base36 --decode TEXT...: prints the unsigned
+// decimal value of each base-36 text (either case), read by the library. Decoding takes exactly what
+// encoding can write, digits only and at most 2^64 - 1, so the two round-trip; any other text is refused
+// as a usage error (the library would answer a meaningless or wrapped number for it).
 #include <cstdint>
-#include <cstdio>
 #include <memory>
 #include <optional>
 #include <string>
@@ -41,17 +40,42 @@ int encode(const std::vector<std::string>& arguments) {
         values.push_back(*value);
     }
     for (std::uint64_t value : values) {
-        if (!writeOutput(bv::BVNSString::base36StringForValue(value).toUtf8() + "\n")) return kExitFailure;
+        if (!writeOutput(bv::BVNSString::base36StringForValue(value).toUtf8() + "\n")) break;
     }
     return kExitSuccess;
 }
 
+// Whether the text is base-36 digits (either case) whose value fits in 64 unsigned bits.
+bool fitsInBase36(const std::string& text) {
+    std::uint64_t value = 0;
+    for (char c : text) {
+        const int digit = c >= '0' && c <= '9'   ? c - '0'
+                          : c >= 'a' && c <= 'z' ? c - 'a' + 10
+                          : c >= 'A' && c <= 'Z' ? c - 'A' + 10
+                                                 : -1;
+        if (digit < 0) return false;
+        const auto d = static_cast<std::uint64_t>(digit);
+        if (value > (UINT64_MAX - d) / 36) return false;
+        value = value * 36 + d;
+    }
+    return true;
+}
+
 int decode(const std::vector<std::string>& arguments) {
     for (const std::string& argument : arguments) {
-        char line[32];
-        std::snprintf(line, sizeof line, "%" PRId64 "\n",
-                      bv::BVNSString::valueForBase36String(bv::Text(argument)));
-        if (!writeOutput(line)) return kExitFailure;
+        if (!fitsInBase36(argument)) {
+            printError(
+                "base36: not a base-36 number of at most 64 bits (digits 0-9 and A-Z, up to "
+                "3W5E11264SGSF): \"" +
+                argument + "\"");
+            return kExitUsage;
+        }
+    }
+    for (const std::string& argument : arguments) {
+        // The library sums modulo 2^64 and answers the bits as signed; read them back as unsigned.
+        const auto value =
+            static_cast<std::uint64_t>(bv::BVNSString::valueForBase36String(bv::Text(argument)));
+        if (!writeOutput(std::to_string(value) + "\n")) break;
     }
     return kExitSuccess;
 }
@@ -61,7 +85,8 @@ void install(CLI::App& app, int* exitCode) {
         app.add_subcommand("base36", "Write numbers in base 36, or read base-36 texts with --decode");
     auto arguments = std::make_shared<std::vector<std::string>>();
     auto decoding = std::make_shared<bool>(false);
-    command->add_flag("-d,--decode", *decoding, "read each TEXT as base 36 and print it as a signed decimal");
+    command->add_flag("-d,--decode", *decoding,
+                      "read each TEXT as base 36 and print it as an unsigned decimal");
     command->add_option("VALUE", *arguments, "decimal unsigned 64-bit values (base-36 texts with --decode)")
         ->required();
     command->callback(

@@ -1,13 +1,14 @@
-// brevant base64 encode|decode [FILE|-] [--lines]: Base64 through the library's own coders. Encoding
-// writes one line (or 64-character lines joined by "\r\n" with --lines) and a final line feed; decoding
-// follows the library's lenient rules (other characters skipped, the first "=" ends the data) and writes
-// the bytes unchanged. Standard input is read for "-" or when no FILE is given.
+// brevant base64 encode|decode [FILE|-] [--lines]: Base64 as the library's coders write and read it.
+// Encoding writes one line (or 64-character lines joined by "\r\n" with --lines) and a final line feed;
+// decoding follows the library's lenient rules (other characters skipped, the first "=" ends the data)
+// and writes the bytes unchanged. Standard input is read for "-" or when no FILE is given. Both stream
+// in fixed pieces, so memory stays small whatever the input's size; a fault found part-way (a byte
+// outside ASCII when decoding) ends the run with exit 1 after the bytes decoded before it.
 #include <memory>
 #include <string>
 
-#include "BrevantCocoaExtensions/text/BVNSData.hpp"
-#include "BrevantCocoaExtensions/text/Base64Encoding.hpp"
 #include "Command.hpp"
+#include "StreamCoders.hpp"
 
 namespace brevant {
 
@@ -19,40 +20,49 @@ struct Base64Options {
     bool lines = false;
 };
 
-// The ASCII text as bytes (the encoders' output is ASCII only).
-std::string asciiOf(const bv::Text& text) {
-    std::string bytes(text.length(), '\0');
-    for (std::size_t i = 0; i < text.length(); ++i)
-        bytes[i] = static_cast<char>(text[i]);
-    return bytes;
-}
+constexpr std::size_t kEncodeChunk = 48 * 16384;  // whole 64-character lines
+constexpr std::size_t kDecodeChunk = 1 << 20;
 
-bool hasNonAscii(const std::string& bytes) {
-    for (const char byte : bytes)
-        if (static_cast<unsigned char>(byte) >= 0x80) return true;
-    return false;
+const std::uint8_t* bytesOf(const char* chars) {
+    return reinterpret_cast<const std::uint8_t*>(chars);
 }
 
 int run(const Base64Options& options) {
-    std::string input;
+    std::string out;
     std::string error;
-    if (!readInput(options.file, &input, &error)) {
+    bool clean = true;
+    bool read;
+    if (options.mode == "encode") {
+        Base64Encoder encoder(options.lines);
+        read = forEachChunk(
+            options.file, kEncodeChunk, "Encoding",
+            [&](const char* bytes, std::size_t length) {
+                out.clear();
+                encoder.add(bytesOf(bytes), length, &out);
+                return writeOutput(out);
+            },
+            &error);
+        if (read) writeOutput("\n");
+    } else {
+        Base64Decoder decoder;
+        read = forEachChunk(
+            options.file, kDecodeChunk, "Decoding",
+            [&](const char* bytes, std::size_t length) {
+                out.clear();
+                clean = decoder.add(bytesOf(bytes), length, &out);
+                return writeOutput(out) && clean;
+            },
+            &error);
+    }
+    if (!read) {
         printError("base64: " + error);
         return kExitFailure;
     }
-    if (options.mode == "encode") {
-        const bv::ByteData data(input.begin(), input.end());
-        input.clear();
-        input.shrink_to_fit();
-        const bv::Text encoded = bv::BVNSData::encodedBase64StringWithNewLines(data, options.lines);
-        return writeOutput(asciiOf(encoded) + "\n") ? kExitSuccess : kExitFailure;
-    }
-    if (hasNonAscii(input)) {
+    if (!clean) {
         printError("base64: the input holds non-ASCII bytes, so it is not Base64 text");
         return kExitFailure;
     }
-    const bv::ByteData data = bv::Base64Encoding::dataWithBase64EncodedString(bv::Text::fromLatin1(input));
-    return writeOutput(data.data(), data.size()) ? kExitSuccess : kExitFailure;
+    return kExitSuccess;
 }
 
 void install(CLI::App& app, int* exitCode) {

@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "Command.hpp"
+
 namespace brevant {
 
 namespace {
@@ -103,8 +105,11 @@ std::string renderRankedTable(const std::vector<ChartRow>& rows, std::int64_t to
                               bool withBars) {
     int rankWidth = 4, answerWidth = 6, countWidth = 5, shareWidth = 6;
     std::int64_t largest = 0;
+    std::vector<std::string> answers;  // shown with their control characters escaped
+    answers.reserve(rows.size());
     for (const ChartRow& row : rows) {
-        answerWidth = std::max(answerWidth, displayWidth(row.answer));
+        answers.push_back(escapeControlCharacters(row.answer));
+        answerWidth = std::max(answerWidth, displayWidth(answers.back()));
         countWidth = std::max(countWidth, static_cast<int>(std::to_string(row.count).size()));
         largest = std::max(largest, row.count);
     }
@@ -113,9 +118,10 @@ std::string renderRankedTable(const std::vector<ChartRow>& rows, std::int64_t to
     int barWidth = withBars ? std::max(0, width - fixed) : 0;
     std::string out = padLeft("Rank", rankWidth) + "  " + padRight("Answer", answerWidth) + "  " +
                       padLeft("Count", countWidth) + "  " + padLeft("Share", shareWidth) + "\n";
-    for (const ChartRow& row : rows) {
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const ChartRow& row = rows[i];
         std::string line = padLeft(row.rank, rankWidth) + "  " +
-                           padRight(fitToWidth(row.answer, answerWidth), answerWidth) + "  " +
+                           padRight(fitToWidth(answers[i], answerWidth), answerWidth) + "  " +
                            padLeft(std::to_string(row.count), countWidth) + "  " +
                            padLeft(share(row.count, total), shareWidth);
         if (barWidth > 0) line += "  " + bar(row.count, largest, barWidth);

@@ -69,17 +69,19 @@ std::string plural(const char* word, std::size_t count) {
 bool importClassList(const fs::path& file, std::string* out, std::string* error) {
     std::map<std::string, std::size_t> perClass;
     std::size_t students = 0;
-    std::vector<std::uint64_t> malformed;
+    CsvReadReport report;
     auto count = [&](const bv::CSVReader& reader, const std::vector<bv::Text>&) {
         ++students;
         if (auto group = reader.fieldValueForName(bv::Text("Class"))) ++perClass[group->toUtf8()];
     };
-    if (!forEachCsvRecord(file.string(), ',', true, nullptr, count, error, &malformed)) return false;
+    CsvReadOptions options;
+    options.header = true;
+    if (!forEachCsvRecord(file.string(), options, nullptr, count, error, &report)) return false;
     std::string classes;
     for (const auto& [name, size] : perClass)
         classes += (classes.empty() ? "" : ", ") + name + ": " + std::to_string(size);
     *out += "   " + plural("student", students) + " imported (" + classes + ")\n";
-    for (std::uint64_t line : malformed)
+    for (std::uint64_t line : report.malformedLines)
         *out += "   line " + std::to_string(line) + " is malformed and was skipped (reported above)\n";
     return true;
 }
@@ -154,12 +156,14 @@ bool saveAndReload(const fs::path& folder, const std::vector<Question>& question
         return false;
     }
     std::size_t rows = 0;
-    std::vector<std::uint64_t> malformed;
+    CsvReadReport report;
+    CsvReadOptions options;
+    options.header = true;
     if (!forEachCsvRecord(
-            file.string(), ',', true, nullptr,
-            [&](const bv::CSVReader&, const std::vector<bv::Text>&) { ++rows; }, error, &malformed))
+            file.string(), options, nullptr,
+            [&](const bv::CSVReader&, const std::vector<bv::Text>&) { ++rows; }, error, &report))
         return false;
-    if (!malformed.empty()) {
+    if (report.failed()) {
         *error = file.string() + ": the tallies did not read back cleanly";
         return false;
     }
@@ -170,7 +174,7 @@ bool saveAndReload(const fs::path& folder, const std::vector<Question>& question
 
 // Writes what the demo has to say so far, so that messages on standard error appear in their place.
 bool flush(std::string* out) {
-    bool written = writeOutput(*out) && std::fflush(stdout) == 0;
+    bool written = writeOutput(*out) && flushOutput();
     out->clear();
     return written;
 }

@@ -1,14 +1,14 @@
-// brevant hex encode|decode [FILE|-] [--lower] [--strict]: hexadecimal text through the library's own
-// coders. Encoding writes two upper-case digits per byte (lower-case with --lower) and a final line feed.
-// Decoding skips every character that is not a digit and drops an odd last digit; with --strict the text
-// must be digits only (a final line break aside) in an even count. Decoded bytes are written unchanged.
-// Standard input is read for "-" or when no FILE is given.
+// brevant hex encode|decode [FILE|-] [--lower] [--strict]: hexadecimal text as the library's coders write
+// and read it. Encoding writes two upper-case digits per byte (lower-case with --lower) and a final line
+// feed. Decoding skips every character that is not a digit and drops an odd last digit; with --strict the
+// text must be digits only (a final line break aside) in an even count. Decoded bytes are written
+// unchanged. Standard input is read for "-" or when no FILE is given. Both stream in fixed pieces; a
+// --strict fault found part-way ends the run with exit 1 after the bytes decoded before it.
 #include <memory>
-#include <optional>
 #include <string>
 
-#include "BrevantCocoaExtensions/text/BVNSData.hpp"
 #include "Command.hpp"
+#include "StreamCoders.hpp"
 
 namespace brevant {
 
@@ -21,39 +21,48 @@ struct HexOptions {
     bool strict = false;
 };
 
-std::string asciiOf(const bv::Text& text) {
-    std::string bytes(text.length(), '\0');
-    for (std::size_t i = 0; i < text.length(); ++i)
-        bytes[i] = static_cast<char>(text[i]);
-    return bytes;
-}
+constexpr std::size_t kChunk = 1 << 19;
 
 int run(const HexOptions& options) {
-    std::string input;
+    std::string out;
     std::string error;
-    if (!readInput(options.file, &input, &error)) {
+    bool clean = true;
+    bool read;
+    if (options.mode == "encode") {
+        read = forEachChunk(
+            options.file, kChunk, "Encoding",
+            [&](const char* bytes, std::size_t length) {
+                out.clear();
+                appendHex(reinterpret_cast<const std::uint8_t*>(bytes), length, !options.lower, &out);
+                return writeOutput(out);
+            },
+            &error);
+        if (read) writeOutput("\n");
+    } else {
+        HexDecoder decoder(options.strict);
+        read = forEachChunk(
+            options.file, kChunk, "Decoding",
+            [&](const char* bytes, std::size_t length) {
+                out.clear();
+                clean = decoder.add(reinterpret_cast<const std::uint8_t*>(bytes), length, &out);
+                return writeOutput(out) && clean;
+            },
+            &error);
+        if (read && clean) {
+            out.clear();
+            clean = decoder.finish(&out);
+            writeOutput(out);
+        }
+    }
+    if (!read) {
         printError("hex: " + error);
         return kExitFailure;
     }
-    if (options.mode == "encode") {
-        const bv::ByteData data(input.begin(), input.end());
-        input.clear();
-        input.shrink_to_fit();
-        const bv::Text hex = bv::BVNSData::hexStringRepresentationUppercase(data, !options.lower);
-        return writeOutput(asciiOf(hex) + "\n") ? kExitSuccess : kExitFailure;
-    }
-    if (options.strict) {
-        if (!input.empty() && input.back() == '\n') input.pop_back();
-        if (!input.empty() && input.back() == '\r') input.pop_back();
-    }
-    const bv::Text text = bv::Text::fromLatin1(input);
-    const std::optional<bv::ByteData> data =
-        bv::BVNSData::initWithHexStringIgnoreOtherCharacters(text, !options.strict);
-    if (!data) {
+    if (!clean) {
         printError("hex: the input is not an even number of hexadecimal digits and nothing else");
         return kExitFailure;
     }
-    return writeOutput(data->data(), data->size()) ? kExitSuccess : kExitFailure;
+    return kExitSuccess;
 }
 
 void install(CLI::App& app, int* exitCode) {

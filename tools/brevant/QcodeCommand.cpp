@@ -82,7 +82,7 @@ int run(const std::vector<std::string>& arguments) {
         codes.push_back(*code);
     }
     for (std::int32_t code : codes) {
-        if (!writeOutput(describe(code))) return kExitFailure;
+        if (!writeOutput(describe(code))) break;
     }
     return kExitSuccess;
 }

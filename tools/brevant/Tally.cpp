@@ -6,11 +6,9 @@
 
 #include <nlohmann/json.hpp>
 
-#include <cerrno>
-#include <cstring>
-#include <filesystem>
-#include <fstream>
-#include <iostream>
+#include <algorithm>
+#include <memory>
+#include <string_view>
 #include <unordered_map>
 
 #include "BrevantCocoaExtensions/platform/TextEncoding.hpp"
@@ -42,54 +40,173 @@ class FirstSeenCounter {
     std::vector<std::pair<Key, std::uint64_t>> order_;
 };
 
+// Distinct lines with their counts, in the order each was first seen. Each line's bytes are stored once,
+// packed in large blocks; the index is an open-addressing table of (hash, position) pairs, so a repeated
+// line costs one hash, usually one probe and one comparison, with no allocation.
+class RawLineCounter {
+  public:
+    void add(std::string_view line) {
+        if (2 * (keys_.size() + 1) > slots_.size()) grow();
+        const std::uint64_t hash = std::hash<std::string_view>{}(line);
+        for (std::size_t slot = hash & mask_;; slot = (slot + 1) & mask_) {
+            Slot& entry = slots_[slot];
+            if (entry.position == kEmpty) {
+                entry = {hash, static_cast<std::uint32_t>(keys_.size())};
+                keys_.push_back(store(line));
+                counts_.push_back(1);
+                return;
+            }
+            if (entry.hash == hash && keys_[entry.position] == line) {
+                ++counts_[entry.position];
+                return;
+            }
+        }
+    }
+    [[nodiscard]] std::size_t size() const noexcept { return keys_.size(); }
+    [[nodiscard]] std::string_view key(std::size_t i) const { return keys_[i]; }
+    [[nodiscard]] std::uint64_t count(std::size_t i) const { return counts_[i]; }
+
+  private:
+    static constexpr std::uint32_t kEmpty = UINT32_MAX;
+    struct Slot {
+        std::uint64_t hash = 0;
+        std::uint32_t position = kEmpty;
+    };
+
+    void grow() {
+        std::vector<Slot> old =
+            std::exchange(slots_, std::vector<Slot>(std::max<std::size_t>(1024, 2 * slots_.size())));
+        mask_ = slots_.size() - 1;
+        for (const Slot& entry : old) {
+            if (entry.position == kEmpty) continue;
+            std::size_t slot = entry.hash & mask_;
+            while (slots_[slot].position != kEmpty)
+                slot = (slot + 1) & mask_;
+            slots_[slot] = entry;
+        }
+    }
+    std::string_view store(std::string_view line) {
+        if (line.size() > capacity_ - used_) {
+            capacity_ = std::max<std::size_t>(line.size(), 1 << 20);
+            blocks_.emplace_back(new char[capacity_]);
+            used_ = 0;
+        }
+        char* at = blocks_.back().get() + used_;
+        std::copy(line.begin(), line.end(), at);
+        used_ += line.size();
+        return {at, line.size()};
+    }
+
+    std::vector<std::unique_ptr<char[]>> blocks_;
+    std::size_t used_ = 0, capacity_ = 0;
+    std::vector<Slot> slots_;
+    std::size_t mask_ = 0;
+    std::vector<std::string_view> keys_;
+    std::vector<std::uint64_t> counts_;
+};
+
 // Adds `count` occurrences of an answer to the tally, as that many addString calls would.
 void addAnswer(bv::BVCountedStrings& tally, const bv::Text& answer, std::uint64_t count) {
     auto entry = tally.addString(answer);
     if (entry && count > 1) entry->setCount(entry->count() + count - 1);
 }
 
+// Splits a stream into lines at "\n" (a "\r" before it dropped), skipping a UTF-8 byte-order mark at
+// the start. Input without any "\n" is split at "\r", as the CSV reader splits such a file.
+class LineSplitter {
+  public:
+    template <class OnLine>
+    void add(std::string_view bytes, OnLine&& onLine) {
+        if (atStart_) {
+            pending_.append(bytes);
+            if (pending_.size() < 3 &&
+                std::string_view("\xEF\xBB\xBF").substr(0, pending_.size()) == pending_)
+                return;  // too short yet to tell whether a mark starts the input
+            atStart_ = false;
+            if (pending_.compare(0, 3, "\xEF\xBB\xBF") == 0) pending_.erase(0, 3);
+            const std::string head = std::exchange(pending_, std::string());
+            add(head, onLine);
+            return;
+        }
+        while (!bytes.empty()) {
+            const std::size_t end = bytes.find('\n');
+            if (end == std::string_view::npos) {
+                pending_.append(bytes);
+                return;
+            }
+            sawNewline_ = true;
+            if (pending_.empty()) {
+                emit(bytes.substr(0, end), onLine);
+            } else {
+                pending_.append(bytes.substr(0, end));
+                emit(pending_, onLine);
+                pending_.clear();
+            }
+            bytes.remove_prefix(end + 1);
+        }
+    }
+    template <class OnLine>
+    void finish(OnLine&& onLine) {
+        if (atStart_) {
+            atStart_ = false;
+            const std::string head = std::exchange(pending_, std::string());
+            add(head, onLine);
+        }
+        std::string_view rest(pending_);
+        if (!sawNewline_) {  // return-only line ends
+            for (std::size_t end; (end = rest.find('\r')) != std::string_view::npos;
+                 rest.remove_prefix(end + 1))
+                onLine(rest.substr(0, end));
+        }
+        emit(rest, onLine);
+    }
+
+  private:
+    template <class OnLine>
+    static void emit(std::string_view line, OnLine& onLine) {
+        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+        onLine(line);
+    }
+
+    std::string pending_;
+    bool atStart_ = true;
+    bool sawNewline_ = false;
+};
+
 // Reads answers one per line from a file or standard input, streaming; blank lines are skipped and each
 // answer trimmed of white space. Fails on bytes that are not UTF-8.
 bool tallyLines(const std::string& path, bv::BVCountedStrings& tally, std::string* error) {
-    std::ifstream file;
-    std::istream* input = &std::cin;
-    std::uint64_t totalBytes = 0;
-    if (path != "-") {
-        if (!checkReadableFile(path, error)) return false;
-        file.open(path, std::ios::binary);
-        if (!file) {
-            *error = path + ": " + std::strerror(errno);
-            return false;
-        }
-        input = &file;
-        std::error_code code;
-        totalBytes = std::filesystem::file_size(path, code);
+    InputFile input;
+    if (!input.open(path, error)) return false;
+    const std::string& name = input.name();
+    ProgressBar progress("Counting " + name, input.size());
+    RawLineCounter raw;
+    auto count = [&](std::string_view line) {
+        if (!line.empty()) raw.add(line);
+    };
+    LineSplitter lines;
+    std::vector<char> buffer(1 << 20);
+    std::uint64_t doneBytes = 0;
+    while (std::size_t got = input.read(buffer.data(), buffer.size())) {
+        lines.add(std::string_view(buffer.data(), got), count);
+        doneBytes += got;
+        progress.update(doneBytes);
     }
-    const std::string name = path == "-" ? "standard input" : path;
-    ProgressBar progress("Counting " + name, totalBytes);
-    FirstSeenCounter<std::string> raw;
-    std::string line;
-    std::uint64_t lineNumber = 0, doneBytes = 0;
-    while (std::getline(*input, line)) {
-        ++lineNumber;
-        doneBytes += line.size() + 1;
-        if ((lineNumber & 0xFFFF) == 0) progress.update(doneBytes);
-        if (!line.empty() && line.back() == '\r') line.pop_back();
-        if (line.empty()) continue;
-        raw.add(line);
-    }
-    if (input->bad()) {
+    lines.finish(count);
+    if (input.failed()) {
         *error = name + ": read error";
         return false;
     }
-    for (const auto& [bytes, count] : raw.entries()) {
+    for (std::size_t i = 0; i < raw.size(); ++i) {
+        const std::string_view bytes = raw.key(i);
         const auto* data = reinterpret_cast<const std::uint8_t*>(bytes.data());
         if (!bv::isValidUtf8(data, bytes.size())) {
-            *error = name + ": not UTF-8 text (the answer \"" + printable(bytes) + "\" has invalid bytes)";
+            *error = name + ": not UTF-8 text (the answer \"" + printable(std::string(bytes)) +
+                     "\" has invalid bytes)";
             return false;
         }
         bv::Text answer = bv::BVNSString::trimmedString(bv::Text(bytes));
-        if (!answer.empty()) addAnswer(tally, answer, count);
+        if (!answer.empty()) addAnswer(tally, answer, raw.count(i));
     }
     if (tally.totalCount() == 0) {
         *error = name + ": no answers";
@@ -99,15 +216,20 @@ bool tallyLines(const std::string& path, bv::BVCountedStrings& tally, std::strin
 }
 
 // Reads the answers of one column of a CSV file with a header; malformed lines are reported and skipped.
-bool tallyColumn(const std::string& path, const std::string& column, bv::BVCountedStrings& tally,
-                 std::string* error, std::vector<std::uint64_t>* malformedLines) {
+bool tallyColumn(const TallyOptions& options, bv::BVCountedStrings& tally, std::string* error,
+                 CsvReadReport* report) {
     FirstSeenCounter<bv::Text> answers;
-    bool ok = readCsvColumn(path, column, error, malformedLines, [&](const bv::Text& value) {
-        if (!value.empty()) answers.add(value);
-    });
+    bool ok = readCsvColumn(options.file, options.column, options.stopAtBlank, error, report,
+                            [&](const bv::Text& value) {
+                                if (!value.empty()) answers.add(value);
+                            });
     if (!ok) return false;
     for (const auto& [answer, count] : answers.entries())
         addAnswer(tally, answer, count);
+    if (tally.totalCount() == 0) {
+        *error = (options.file == "-" ? std::string("standard input") : options.file) + ": no answers";
+        return false;
+    }
     return true;
 }
 
@@ -143,14 +265,15 @@ std::int64_t numberAt(const bv::ValueDictionary& dictionary, const char* key) {
 }  // namespace
 
 bool tallyAnswers(const TallyOptions& options, TallyResult* result, std::string* error) {
-    bv::BVCountedStrings tally(options.ignoreCase);
-    bool ok = options.column.empty()
-                  ? tallyLines(options.file, tally, error)
-                  : tallyColumn(options.file, options.column, tally, error, &result->malformedLines);
-    if (!ok) return false;
-    for (const auto& entry : tally.countedStrings())
-        result->answers.add(bv::Value(entry->string()), entry->count());
-    result->total = tally.totalCount();
+    {  // the tally is released before the ranking is built, which keeps the peak lower
+        bv::BVCountedStrings tally(options.ignoreCase);
+        bool ok = options.column.empty() ? tallyLines(options.file, tally, error)
+                                         : tallyColumn(options, tally, error, &result->csv);
+        if (!ok) return false;
+        for (const auto& entry : tally.countedStrings())
+            result->answers.add(bv::Value(entry->string()), entry->count());
+        result->total = tally.totalCount();
+    }
     rankAnswers(options.rank, result);
     return true;
 }
@@ -167,7 +290,7 @@ std::string renderTallyText(const TallyResult& result, const TallyOptions& optio
     std::string joined;
     for (const std::string& text : texts)
         joined += (joined.empty() ? "" : ", ") + text;
-    out += (texts.size() == 1 ? "Mode: " : "Modes: ") + joined + " (" +
+    out += (texts.size() == 1 ? "Mode: " : "Modes: ") + escapeControlCharacters(joined) + " (" +
            std::to_string(numberAt(*modes, "modeCount")) +
            (texts.size() == 1 ? " answers" : " answers each") + ", " +
            std::to_string(numberAt(*modes, "modePercent")) + "% of all answers)\n";
@@ -198,7 +321,7 @@ std::string renderTallyJson(const TallyResult& result, const TallyOptions& optio
         entries.push_back(std::move(entry));
     }
     document["entries"] = std::move(entries);
-    document["malformedLines"] = result.malformedLines;
+    document["malformedLines"] = result.csv.malformedLines;
     return document.dump(2) + "\n";
 }
 

@@ -10,6 +10,7 @@
 
 #include "BrevantCocoaExtensions/platform/Value.hpp"
 #include "Chart.hpp"
+#include "CsvInput.hpp"
 
 namespace brevant {
 
@@ -20,6 +21,7 @@ struct TallyOptions {
     std::optional<int> rank;  // keep this many entries and fold the rest into "other"
     bool json = false;
     bool noChart = false;
+    bool stopAtBlank = false;  // with `column`: a blank line ends the data on purpose
 };
 
 struct TallyResult {
@@ -27,7 +29,7 @@ struct TallyResult {
     std::uint64_t total = 0;
     std::vector<ChartRow> rows;  // the popularity ranking, with the "other" aggregate last when folded
     std::vector<bool> isOther;
-    std::vector<std::uint64_t> malformedLines;  // CSV lines skipped as malformed (1-based)
+    CsvReadReport csv;  // with a column: the malformed lines skipped and the lines left after a blank line
 };
 
 // Counts and ranks the answers; false with a one-line message naming the file when they cannot be read.

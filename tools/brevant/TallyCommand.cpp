@@ -1,5 +1,7 @@
 // brevant tally: counts answers (one per line, or one column of a CSV class list), then reduces them to
 // the modes and a popularity ranking, printed as a table with a bar chart or as JSON.
+#include <limits>
+
 #include "Command.hpp"
 #include "Tally.hpp"
 
@@ -16,8 +18,8 @@ int runTally(const TallyOptions& options) {
     }
     std::string out =
         options.json ? renderTallyJson(result, options) : renderTallyText(result, options, outputWidth());
-    if (!writeOutput(out)) return kExitSuccess;  // the reader went away (a closed pipe): end quietly
-    return result.malformedLines.empty() ? kExitSuccess : kExitFailure;
+    writeOutput(out);  // a failed write ends the run as every subcommand's does (see Command.hpp)
+    return result.csv.failed() ? kExitFailure : kExitSuccess;
 }
 
 void installTally(CLI::App& app, int* exitCode) {
@@ -30,11 +32,17 @@ void installTally(CLI::App& app, int* exitCode) {
                         "Tally this column of a CSV file whose first line is a header");
     command->add_flag("--ignore-case", options->ignoreCase,
                       "Answers that differ only in case are one answer (the first spelling wins)");
-    command->add_option("--rank", options->rank,
-                        "Keep the N most popular answers and fold the rest into \"other\"");
+    command
+        ->add_option("--rank", options->rank,
+                     "Keep the N most popular answers and fold the rest into \"other\"")
+        ->check(CLI::Range(0, std::numeric_limits<int>::max()));
     command->add_flag("--json", options->json, "Print one JSON document instead of the table");
     command->add_flag("--no-chart", options->noChart, "Print the table without bars");
-    command->footer("Exit status: 0 success, 1 unreadable input or malformed CSV lines, 2 wrong usage.");
+    command->add_flag("--stop-at-blank", options->stopAtBlank,
+                      "With --column: a blank line ends the data on purpose (lines after it are ignored)");
+    command->footer(
+        "Exit status: 0 success, 1 unreadable input, no answers, malformed CSV lines or lines left after a "
+        "blank line, 2 wrong usage.");
     command->callback([options, exitCode] { *exitCode = runTally(*options); });
 }
 

@@ -1,4 +1,6 @@
 // brevant: the command-line tool that does the library's main jobs on real files.
+#include <unistd.h>
+
 #include <csignal>
 #include <cstdio>
 
@@ -6,6 +8,8 @@
 
 int main(int argc, char** argv) {
     std::signal(SIGPIPE, SIG_IGN);  // a closed pipe shows up as a failed write, which ends quietly
+    static char outputBuffer[1 << 16];
+    if (!isatty(STDOUT_FILENO)) std::setvbuf(stdout, outputBuffer, _IOFBF, sizeof outputBuffer);
     CLI::App app{"brevant: the Brevant suite's utility library on real files", "brevant"};
     app.set_version_flag("--version", std::string("brevant ") + BV_VERSION);
     app.require_subcommand(1);
@@ -15,15 +19,14 @@ int main(int argc, char** argv) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::CallForHelp& help) {
-        return app.exit(help);
+        return brevant::finishOutput(app.exit(help));
     } catch (const CLI::CallForAllHelp& help) {
-        return app.exit(help);
+        return brevant::finishOutput(app.exit(help));
     } catch (const CLI::CallForVersion& version) {
-        return app.exit(version);
+        return brevant::finishOutput(app.exit(version));
     } catch (const CLI::ParseError& error) {
         app.exit(error);
         return brevant::kExitUsage;
     }
-    std::fflush(stdout);
-    return exitCode;
+    return brevant::finishOutput(exitCode);
 }
