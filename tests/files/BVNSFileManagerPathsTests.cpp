@@ -7,6 +7,7 @@
 #include "BrevantCocoaExtensions/platform/Exceptions.hpp"
 #include "BrevantCocoaExtensions/platform/PathRules.hpp"
 #include "files/FileTestSupport.hpp"
+#include "fuzz/harness/PathExtension.hpp"
 
 namespace fm = bv::BVNSFileManager;
 namespace fs = std::filesystem;
@@ -20,28 +21,6 @@ const bv::FileManager& manager() {
 }
 
 class FileNames : public bvtest::FileTest {};
-
-// The removal rule written out step by step, to check the library's single pass against.
-Text removeExcessByTheSteps(const std::u16string& extension, const std::u16string& path) {
-    std::vector<std::u16string> pieces{u""};
-    for (char16_t unit : path) {
-        if (unit == u'.')
-            pieces.emplace_back();
-        else
-            pieces.back().push_back(unit);
-    }
-    int matches = 0;
-    for (std::size_t i = pieces.size(); i >= 1; --i) {
-        if (Text(pieces[i - 1]).equals(Text(extension), bv::CompareMode::CaseInsensitive) && ++matches > 1) {
-            pieces.erase(pieces.begin() + static_cast<std::ptrdiff_t>(i));
-            --matches;
-        }
-    }
-    std::u16string joined;
-    for (std::size_t i = 0; i < pieces.size(); ++i)
-        joined += (i == 0 ? u"" : u".") + pieces[i];
-    return Text(joined);
-}
 
 }  // namespace
 
@@ -206,7 +185,7 @@ TEST(FileNameRules, ExcessExtensionsGoByTheIndexAfterTheEarlierCopy) {
         for (int n = static_cast<int>(random() % 7); n >= 0; --n)
             path += pieces[random() % 5] + (n ? u"." : u"");
         EXPECT_EQ(fm::pathByRemovingExcessOccurrencesOfPathExtensionFromPath("zip", Text(path)),
-                  removeExcessByTheSteps(u"zip", path))
+                  bv::fuzz::detail::slowExcessRemoval("zip", path))
             << Text(path);
     }
 }

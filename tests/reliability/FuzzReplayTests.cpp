@@ -18,9 +18,11 @@
 #include "fuzz/harness/Entities.hpp"
 #include "fuzz/harness/HexReading.hpp"
 #include "fuzz/harness/NumberReading.hpp"
+#include "fuzz/harness/PathExtension.hpp"
 #include "fuzz/harness/PlatformBase64.hpp"
 #include "fuzz/harness/PropertyListReading.hpp"
 #include "fuzz/harness/TextUtf8.hpp"
+#include "fuzz/harness/WindowsPaths.hpp"
 #include "fuzz/harness/XmlDocument.hpp"
 #include "fuzz/harness/XmlParser.hpp"
 
@@ -43,9 +45,11 @@ const Target kTargets[] = {
     {"entities", bv::fuzz::entities},
     {"hex", bv::fuzz::hexReading},
     {"number_reading", bv::fuzz::numberReading},
+    {"path_extension", bv::fuzz::pathExtension},
     {"platform_base64", bv::fuzz::platformBase64},
     {"property_list", bv::fuzz::propertyListReading},
     {"text_utf8", bv::fuzz::textUtf8},
+    {"windows_paths", bv::fuzz::windowsPaths},
     {"xml_document", bv::fuzz::xmlDocument},
     {"xml_parser", bv::fuzz::xmlParser},
 };
