@@ -201,7 +201,8 @@ int zipPathSaveZipArchiveToPath(const Text& source, const Text& archive);
 // Empties (removes and recreates) the target folder, then unpacks the archive into it with the suite's 7-Zip
 // tool (Brevant/Zip/7za under the local application support folder) when present, else "/usr/bin/unzip -q
 // -o"; removes the archive after a success when asked. True exactly when the tool exits with 0. Entries that
-// climb out of the target ("../x", absolute names) are kept inside it by both tools.
+// climb out of the target ("../x", absolute names) are kept inside it by both tools. An empty target is
+// refused with InvalidArgumentException, as a launch without a working folder.
 bool unzipPathToPathRemoveSourcePath(const Text& archive, const Text& target, bool removeSourcePath);
 
 // --- The platform's error callback ---------------------------------------------------------------------

@@ -7,6 +7,7 @@
 #include "BrevantCocoaExtensions/files/BVNSFileManager.hpp"
 #include "BrevantCocoaExtensions/files/BVNSFileManagerMatching.hpp"
 #include "BrevantCocoaExtensions/platform/ChildProcess.hpp"
+#include "BrevantCocoaExtensions/platform/Exceptions.hpp"
 #include "BrevantCocoaExtensions/platform/PathRules.hpp"
 #include "BrevantCocoaExtensions/platform/StandardFolders.hpp"
 
@@ -17,8 +18,10 @@ namespace {
 constexpr const char* kZipTool = "/usr/bin/zip";
 constexpr const char* kUnzipTool = "/usr/bin/unzip";
 
-// The tools run in another working folder, so a relative path is first taken from the current one.
+// The tools run in another working folder, so a relative path is first taken from the current one. The empty
+// path stays empty (it names nothing, never the current folder).
 std::string absoluteNativePath(const Text& path) {
+    if (path.empty()) return {};
     std::error_code ignored;
     return std::filesystem::absolute(PathRules::nativePath(path), ignored).string();
 }
@@ -37,6 +40,9 @@ int zipPathSaveZipArchiveToPath(const Text& source, const Text& archive) {
 }
 
 bool unzipPathToPathRemoveSourcePath(const Text& archive, const Text& target, bool removeSourcePath) {
+    // The tool would otherwise run in (and unpack into) the current folder.
+    if (target.empty())
+        throw InvalidArgumentException("cannot launch the unzip tool: the target folder is empty");
     const FileManager& manager = FileManager::defaultManager();
     const std::string archivePath = absoluteNativePath(archive);
     const std::string folder = absoluteNativePath(target);

@@ -232,6 +232,8 @@ TEST_F(FileOperations, ZipPacksTheContentsAndUnzipEmptiesTheTargetFirst) {
     file("broken.zip", "not an archive");
     EXPECT_FALSE(fm::unzipPathToPathRemoveSourcePath(at("broken.zip"), at("dest3"), true));
     EXPECT_TRUE(exists("broken.zip"));
+    EXPECT_THROW((void)fm::unzipPathToPathRemoveSourcePath(at("broken.zip"), "", false),
+                 bv::InvalidArgumentException);
     folder("empty");
     EXPECT_EQ(fm::zipPathSaveZipArchiveToPath(at("empty"), at("x.zip")), 12);  // zip: nothing to do
     EXPECT_THROW((void)fm::zipPathSaveZipArchiveToPath(at("missing"), at("x.zip")),
