@@ -50,14 +50,17 @@ inline void windowsPaths(const std::uint8_t* data, std::size_t size) {
     }();
     (void)quiet;
     std::vector<Text> lines{Text()};
-    bool holdsNul = false;
-    for (char16_t unit : Text(asChars(data, size)).units()) {
-        if (unit == u'\n') {
+    const Text input(asChars(data, size));
+    for (char16_t unit : input.units()) {
+        if (unit == u'\n')
             lines.emplace_back();
-            continue;
-        }
-        holdsNul = holdsNul || unit == u'\0';
-        lines.back().append(unit);
+        else
+            lines.back().append(unit);
+    }
+    bool holdsNul = false;  // after the drive, which goes first
+    for (const Text& line : lines) {
+        const std::u16string_view rest = line.view().substr(line.length() > 1 && line[1] == u':' ? 2 : 0);
+        holdsNul = holdsNul || rest.find(u'\0') != std::u16string_view::npos;
     }
     const auto converted = BVNSFileManager::pathsConvertedFromMSWindowsPaths(lines);
     const auto folders = BVNSFileManager::pathsConvertedFromMSWindowsPathsRemoveFileNames(lines, true);
