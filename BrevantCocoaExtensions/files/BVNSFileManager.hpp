@@ -195,8 +195,9 @@ bool setAttributesOfItemAtPathRecursivelyErrors(const ValueDictionary& attribute
 // --- Archives ------------------------------------------------------------------------------------------
 
 // Runs "/usr/bin/zip -r -q ARCHIVE ENTRY..." in the source folder over its listing, so the archive holds the
-// folder's contents under relative names; an existing archive is updated. Answers zip's exit status. A source
-// that is no folder cannot be the tool's working folder: InvalidArgumentException, as for any failed launch.
+// folder's contents under relative names (a name starting with "-" is passed as "./-name", never as an
+// option); an existing archive is updated. Answers zip's exit status. A source that is no folder cannot be
+// the tool's working folder: InvalidArgumentException, as for any failed launch.
 int zipPathSaveZipArchiveToPath(const Text& source, const Text& archive);
 // Empties (removes and recreates) the target folder, then unpacks the archive into it with the suite's 7-Zip
 // tool (Brevant/Zip/7za under the local application support folder) when present, else "/usr/bin/unzip -q

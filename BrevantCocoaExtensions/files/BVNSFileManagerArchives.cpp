@@ -34,8 +34,12 @@ Text sevenZipTool() {
 
 int zipPathSaveZipArchiveToPath(const Text& source, const Text& archive) {
     std::vector<std::string> arguments{"-r", "-q", absoluteNativePath(archive)};
-    for (const Text& entry : detail::listingOf(FileManager::defaultManager(), source))
-        arguments.push_back(PathRules::nativePath(entry));
+    for (const Text& entry : detail::listingOf(FileManager::defaultManager(), source)) {
+        // A name such as "-m" would be read as an option (that one deletes the files once zipped); "./-m" is
+        // the same file and zip stores it under the same name.
+        std::string name = PathRules::nativePath(entry);
+        arguments.push_back(name.starts_with('-') ? "./" + name : std::move(name));
+    }
     return ChildProcess::run(kZipTool, std::move(arguments), absoluteNativePath(source));
 }
 

@@ -219,11 +219,14 @@ TEST_F(FileOperations, ErrorCallbackLogsAndStops) {
 TEST_F(FileOperations, ZipPacksTheContentsAndUnzipEmptiesTheTargetFirst) {
     file("src/a.txt", "a");
     file("src/sub/b.txt", "b");
+    file("src/-m", "not an option");
     EXPECT_EQ(fm::zipPathSaveZipArchiveToPath(at("src"), at("out.zip")), 0);
+    EXPECT_TRUE(exists("src/a.txt"));
     file("dest/old.txt");
     EXPECT_TRUE(fm::unzipPathToPathRemoveSourcePath(at("out.zip"), at("dest"), false));
     EXPECT_EQ(contents("dest/a.txt"), "a");
     EXPECT_EQ(contents("dest/sub/b.txt"), "b");
+    EXPECT_EQ(contents("dest/-m"), "not an option");
     EXPECT_FALSE(exists("dest/old.txt"));
     EXPECT_TRUE(fm::unzipPathToPathRemoveSourcePath(at("out.zip"), at("dest2"), true));
     EXPECT_TRUE(exists("dest2/a.txt"));
