@@ -147,7 +147,8 @@ bool copyPathsWithPathExtensionToDirectoryHandler(const FileManager& self, const
 // Copies each path into the folder (which is not created) under its last component, in order. Skipped
 // without failure: a path whose extension is not `extension` (case-insensitive; null copies all) and, without
 // overwrite, a path whose target exists (the existing item stays). With overwrite the existing item is
-// removed first. A failed copy is logged and makes the result false; the rest goes on.
+// removed first, unless it is the source itself (then it is left alone). A failed copy is logged and makes
+// the result false; the rest goes on.
 bool copyPathsWithPathExtensionToDirectoryOverwritingExistingFilesHandler(
     const FileManager& self, const std::vector<Text>& paths, const std::optional<Text>& extension,
     const Text& directory, bool overwrite, const std::shared_ptr<Object>& handler);

@@ -1,5 +1,6 @@
 // BVNSFileManager, the operations half: batch copy, move, rename and remove, item attributes, and the
 // platform's error callback.
+#include <filesystem>
 #include <utility>
 
 #include "BrevantCocoaExtensions/files/BVNSFileManager.hpp"
@@ -20,6 +21,11 @@ namespace {
 
 std::string quoted(const Text& text) {
     return "\"" + text.toUtf8() + "\"";
+}
+
+bool isSameItem(const Text& a, const Text& b) {
+    std::error_code ignored;
+    return std::filesystem::equivalent(PathRules::nativePath(a), PathRules::nativePath(b), ignored);
 }
 
 // A symbolic link chain ends within this many steps, or it is taken for a loop.
@@ -73,7 +79,7 @@ bool copyPathsWithPathExtensionToDirectoryOverwritingExistingFilesHandler(
         const Text target = appendingPathComponent(directory, lastPathComponent(source));
         if (filter && !filter->matches(pathExtension(source))) continue;
         if (self.fileExistsAtPath(target) || self.destinationOfSymbolicLinkAtPath(target)) {
-            if (!overwrite) continue;
+            if (!overwrite || isSameItem(source, target)) continue;  // never remove the source itself
             self.removeItemAtPath(target);
         }
         if (!self.copyItemAtPathToPath(source, target)) {

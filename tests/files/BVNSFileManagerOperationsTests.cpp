@@ -72,6 +72,9 @@ TEST_F(FileOperations, CopyFiltersSkipsExistingTargetsAndLogsFailures) {
     EXPECT_TRUE(fm::copyPathToDirectoryOverwritingExistingFilesHandler(manager(), at("src/c.XML"), at("dst"),
                                                                        true, nullptr));
     EXPECT_EQ(contents("dst/c.XML"), "new c");
+    EXPECT_TRUE(fm::copyPathToDirectoryOverwritingExistingFilesHandler(manager(), at("src/c.XML"), at("src"),
+                                                                       true, nullptr));
+    EXPECT_EQ(contents("src/c.XML"), "new c");  // copied onto itself: kept, not removed first
     EXPECT_TRUE(logged_.empty());
 
     EXPECT_FALSE(
@@ -98,6 +101,9 @@ TEST_F(FileOperations, CopiesWholeFoldersWithLinksAndPermissions) {
     EXPECT_EQ(contents("dst/sub/deep.sh"), "#!/bin/sh");
     EXPECT_EQ(permissions("dst/sub/deep.sh"), fs::perms(0750));
     EXPECT_EQ(fs::read_symlink(path("dst/link")), "sub/deep.sh");
+    EXPECT_FALSE(
+        fm::copyPathToDirectoryHandler(manager(), at("tree"), at("tree/sub"), nullptr));  // into itself
+    EXPECT_FALSE(exists("tree/sub/tree"));
     EXPECT_TRUE(
         fm::copyContentsOfDirectoryHavingPathExtensionToDirectory(manager(), at("other"), "CSV", at("dst")));
     EXPECT_TRUE(exists("dst/x.csv"));
