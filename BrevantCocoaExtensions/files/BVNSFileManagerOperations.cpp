@@ -1,5 +1,7 @@
 // BVNSFileManager, the operations half: batch copy, move, rename and remove, item attributes, and the
 // platform's error callback.
+#include <sys/stat.h>
+
 #include <filesystem>
 #include <utility>
 
@@ -21,6 +23,12 @@ namespace {
 
 std::string quoted(const Text& text) {
     return "\"" + text.toUtf8() + "\"";
+}
+
+// Whether anything is at the path, a dangling symbolic link included (copying there would fail).
+bool itemExists(const Text& path) {
+    struct stat info {};
+    return ::lstat(PathRules::nativePath(path).c_str(), &info) == 0;
 }
 
 bool isSameItem(const Text& a, const Text& b) {
@@ -78,7 +86,7 @@ bool copyPathsWithPathExtensionToDirectoryOverwritingExistingFilesHandler(
     for (const Text& source : paths) {
         const Text target = appendingPathComponent(directory, lastPathComponent(source));
         if (filter && !filter->matches(pathExtension(source))) continue;
-        if (self.fileExistsAtPath(target) || self.destinationOfSymbolicLinkAtPath(target)) {
+        if (itemExists(target)) {
             if (!overwrite || isSameItem(source, target)) continue;  // never remove the source itself
             self.removeItemAtPath(target);
         }
