@@ -10,16 +10,9 @@
 #include "BrevantCocoaExtensions/platform/Exceptions.hpp"
 #include "files/FileTestSupport.hpp"
 
-namespace fm = bv::BVNSFileManager;
-namespace fs = std::filesystem;
-using bv::Text;
-using Texts = std::vector<Text>;
+using namespace bvtest::names;
 
 namespace {
-
-const bv::FileManager& manager() {
-    return bv::FileManager::defaultManager();
-}
 
 class FileOperations : public bvtest::FileTest {
   protected:

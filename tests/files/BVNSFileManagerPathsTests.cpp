@@ -9,16 +9,9 @@
 #include "files/FileTestSupport.hpp"
 #include "fuzz/harness/PathExtension.hpp"
 
-namespace fm = bv::BVNSFileManager;
-namespace fs = std::filesystem;
-using bv::Text;
-using Texts = std::vector<Text>;
+using namespace bvtest::names;
 
 namespace {
-
-const bv::FileManager& manager() {
-    return bv::FileManager::defaultManager();
-}
 
 class FileNames : public bvtest::FileTest {};
 

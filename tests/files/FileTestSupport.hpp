@@ -12,12 +12,24 @@
 #include <string>
 #include <vector>
 
+#include "BrevantCocoaExtensions/files/BVNSFileManager.hpp"
 #include "BrevantCocoaExtensions/platform/Log.hpp"
 #include "BrevantCocoaExtensions/platform/Text.hpp"
 
 namespace bvtest {
 
 namespace fs = std::filesystem;
+
+// The short names the file tests use.
+namespace names {
+namespace fm = bv::BVNSFileManager;
+namespace fs = std::filesystem;
+using bv::Text;
+using Texts = std::vector<Text>;
+inline const bv::FileManager& manager() {
+    return bv::FileManager::defaultManager();
+}
+}  // namespace names
 
 class FileTest : public ::testing::Test {
   protected:
