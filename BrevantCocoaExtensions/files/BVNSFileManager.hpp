@@ -147,7 +147,8 @@ bool copyPathsWithPathExtensionToDirectoryHandler(const FileManager& self, const
 // Copies each path into the folder (which is not created) under its last component, in order. Skipped
 // without failure: a path whose extension is not `extension` (case-insensitive; null copies all) and, without
 // overwrite, a path whose target exists (the existing item stays). With overwrite the existing item is
-// removed first. A failed copy is logged and makes the result false; the rest goes on.
+// removed first, unless it is the source itself (then it is left alone). A failed copy is logged and makes
+// the result false; the rest goes on.
 bool copyPathsWithPathExtensionToDirectoryOverwritingExistingFilesHandler(
     const FileManager& self, const std::vector<Text>& paths, const std::optional<Text>& extension,
     const Text& directory, bool overwrite, const std::shared_ptr<Object>& handler);
@@ -195,12 +196,15 @@ bool setAttributesOfItemAtPathRecursivelyErrors(const ValueDictionary& attribute
 // --- Archives ------------------------------------------------------------------------------------------
 
 // Runs "/usr/bin/zip -r -q ARCHIVE ENTRY..." in the source folder over its listing, so the archive holds the
-// folder's contents under relative names; an existing archive is updated. Answers zip's exit status.
+// folder's contents under relative names (a name starting with "-" is passed as "./-name", never as an
+// option); an existing archive is updated. Answers zip's exit status. A source that is no folder cannot be
+// the tool's working folder: InvalidArgumentException, as for any failed launch.
 int zipPathSaveZipArchiveToPath(const Text& source, const Text& archive);
 // Empties (removes and recreates) the target folder, then unpacks the archive into it with the suite's 7-Zip
 // tool (Brevant/Zip/7za under the local application support folder) when present, else "/usr/bin/unzip -q
 // -o"; removes the archive after a success when asked. True exactly when the tool exits with 0. Entries that
-// climb out of the target ("../x", absolute names) are kept inside it by both tools.
+// climb out of the target ("../x", absolute names) are kept inside it by both tools. An empty target is
+// refused with InvalidArgumentException, as a launch without a working folder.
 bool unzipPathToPathRemoveSourcePath(const Text& archive, const Text& target, bool removeSourcePath);
 
 // --- The platform's error callback ---------------------------------------------------------------------

@@ -149,6 +149,15 @@ bool exists(const std::string& path) {
     return ::lstat(path.c_str(), &info) == 0;
 }
 
+// Whether a path that does not exist yet would lie inside a folder (or be it), links resolved.
+bool isWithin(const std::string& path, const std::string& folder) {
+    namespace fs = std::filesystem;
+    std::error_code ignored;
+    const fs::path relative =
+        fs::weakly_canonical(path, ignored).lexically_relative(fs::weakly_canonical(folder, ignored));
+    return !relative.empty() && *relative.begin() != "..";
+}
+
 Text fileType(mode_t mode) {
     if (S_ISREG(mode)) return Text(FileTypeRegular);
     if (S_ISDIR(mode)) return Text(FileTypeDirectory);
@@ -244,6 +253,8 @@ bool FileManager::copyItemAtPathToPath(const Text& source, const Text& target, E
     struct stat info {};
     if (::lstat(from.c_str(), &info) != 0) return failWithErrno(error, from);
     if (exists(to)) return fail(error, EEXIST, to);
+    if (S_ISDIR(info.st_mode) && isWithin(to, from))
+        return fail(error, EINVAL, to);  // would copy itself forever
     if (copyNode(from, to, info, error)) return true;
     std::error_code ignored;
     std::filesystem::remove_all(to, ignored);  // no half copy stays behind

@@ -53,7 +53,8 @@ class FileManager {
     // it too, and an existing folder is no failure.
     bool createDirectoryAtPath(const Text& path, bool withIntermediateDirectories,
                                Error* error = nullptr) const;
-    // Copies a file, link or whole folder to a target that must not exist yet; permissions are kept.
+    // Copies a file, link or whole folder to a target that must not exist yet; permissions are kept. A folder
+    // is never copied into itself (EINVAL).
     bool copyItemAtPathToPath(const Text& source, const Text& target, Error* error = nullptr) const;
     // Moves (renames) an item to a target that must not exist yet, copying across file systems.
     bool moveItemAtPathToPath(const Text& source, const Text& target, Error* error = nullptr) const;

@@ -21,10 +21,12 @@
 #include "fuzz/harness/HexReading.hpp"
 #include "fuzz/harness/NumberReading.hpp"
 #include "fuzz/harness/NumberValidation.hpp"
+#include "fuzz/harness/PathExtension.hpp"
 #include "fuzz/harness/PlatformBase64.hpp"
 #include "fuzz/harness/PropertyListReading.hpp"
 #include "fuzz/harness/SettingsLoader.hpp"
 #include "fuzz/harness/TextUtf8.hpp"
+#include "fuzz/harness/WindowsPaths.hpp"
 #include "fuzz/harness/XmlDocument.hpp"
 #include "fuzz/harness/XmlParser.hpp"
 
@@ -50,10 +52,12 @@ const Target kTargets[] = {
     {"hex", bv::fuzz::hexReading},
     {"number_reading", bv::fuzz::numberReading},
     {"number_validation", bv::fuzz::numberValidation},
+    {"path_extension", bv::fuzz::pathExtension},
     {"platform_base64", bv::fuzz::platformBase64},
     {"property_list", bv::fuzz::propertyListReading},
     {"settings_loader", bv::fuzz::settingsLoader},
     {"text_utf8", bv::fuzz::textUtf8},
+    {"windows_paths", bv::fuzz::windowsPaths},
     {"xml_document", bv::fuzz::xmlDocument},
     {"xml_parser", bv::fuzz::xmlParser},
 };
