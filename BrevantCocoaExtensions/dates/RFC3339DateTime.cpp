@@ -1,0 +1,396 @@
+// RFC 3339 date-time values: the token reader, the writer, and the conversions to and from instants.
+#include "BrevantCocoaExtensions/dates/RFC3339DateTime.hpp"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <limits>
+#include <locale.h>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "BrevantCocoaExtensions/platform/CharacterSet.hpp"
+
+namespace bv {
+
+namespace {
+
+// --- Reading -------------------------------------------------------------------------------------------
+
+bool isSkipped(char16_t unit) {
+    if (unit < 0x80) return unit == u' ' || (unit >= 0x09 && unit <= 0x0D);
+    static const CharacterSet whiteSpace = CharacterSet::whitespaceAndNewlineCharacterSet();
+    return whiteSpace.contains(unit);
+}
+
+bool isDigit(char16_t unit) {
+    return unit >= u'0' && unit <= u'9';
+}
+bool isDateSeparator(char16_t unit) {
+    return unit == u'-';
+}
+bool isDateTimeSeparator(char16_t unit) {
+    return unit == u'T' || unit == u't' || unit == u' ';
+}
+bool isTimeSeparator(char16_t unit) {
+    return unit == u':';
+}
+bool isZoneDesignator(char16_t unit) {
+    return unit == u'+' || unit == u'-' || unit == u'z' || unit == u'Z';
+}
+
+// Writes a 32-bit value into the low half of a 64-bit slot, keeping the upper half as it was.
+void storeLow32(std::int64_t& slot, std::int32_t value) {
+    const std::uint64_t upper = static_cast<std::uint64_t>(slot) & 0xFFFFFFFF00000000ULL;
+    slot = static_cast<std::int64_t>(upper | static_cast<std::uint32_t>(value));
+}
+
+// A float of decimal text; a value past the float range becomes an infinity (never undefined behaviour).
+float floatOfText(const std::string& text, bool plainDigits) {
+    if (plainDigits && text.size() <= 7) return static_cast<float>(std::strtol(text.c_str(), nullptr, 10));
+    static const locale_t cLocale = newlocale(LC_ALL_MASK, "C", static_cast<locale_t>(nullptr));
+    const double value = strtod_l(text.c_str(), nullptr, cLocale);
+    constexpr double largest = std::numeric_limits<float>::max();
+    if (value > largest) return std::numeric_limits<float>::infinity();
+    if (value < -largest) return -std::numeric_limits<float>::infinity();
+    return static_cast<float>(value);
+}
+
+// Reads tokens in turn, skipping white space and line ends before each one. A token that does not read
+// answers false and leaves nothing consumed worth keeping (reading ends there).
+class Scanner {
+  public:
+    explicit Scanner(std::u16string_view text) : text_(text) {}
+
+    // An optionally signed decimal integer, saturated to 32 bits, into the low half of the slot.
+    bool scanInt(std::int64_t& slot) {
+        skip();
+        std::size_t at = position_;
+        const bool negative = at < text_.size() && text_[at] == u'-';
+        if (at < text_.size() && (text_[at] == u'-' || text_[at] == u'+')) ++at;
+        if (at >= text_.size() || !isDigit(text_[at])) return false;
+        std::int64_t magnitude = 0;
+        for (; at < text_.size() && isDigit(text_[at]); ++at) {
+            if (magnitude <= std::int64_t{1} << 31) magnitude = magnitude * 10 + (text_[at] - u'0');
+        }
+        const std::int64_t value = negative ? -magnitude : magnitude;
+        storeLow32(slot, static_cast<std::int32_t>(std::clamp<std::int64_t>(
+                             value, std::numeric_limits<std::int32_t>::min(),
+                             std::numeric_limits<std::int32_t>::max())));
+        position_ = at;
+        return true;
+    }
+
+    // One or more consecutive members of a character set; the run is handed back when asked for.
+    bool scanRun(bool (*member)(char16_t), std::u16string_view* run = nullptr) {
+        skip();
+        std::size_t end = position_;
+        while (end < text_.size() && member(text_[end])) ++end;
+        if (end == position_) return false;
+        if (run) *run = text_.substr(position_, end - position_);
+        position_ = end;
+        return true;
+    }
+
+    // A decimal number: optional sign, digits with an optional point (at least one digit), optional
+    // exponent; read as a 32-bit float.
+    bool scanFloat(float& value) {
+        skip();
+        std::size_t at = position_;
+        std::string ascii;
+        if (at < text_.size() && (text_[at] == u'-' || text_[at] == u'+')) ascii += static_cast<char>(text_[at++]);
+        const std::size_t digitsFrom = at;
+        bool sawDigit = false;
+        bool sawPoint = false;
+        for (; at < text_.size(); ++at) {
+            if (isDigit(text_[at])) {
+                sawDigit = true;
+            } else if (text_[at] == u'.' && !sawPoint) {
+                sawPoint = true;
+            } else {
+                break;
+            }
+            ascii += static_cast<char>(text_[at]);
+        }
+        if (!sawDigit) return false;
+        const bool plainDigits = !sawPoint && digitsFrom == position_;
+        const std::size_t exponent = exponentLength(at);
+        for (std::size_t i = 0; i < exponent; ++i) ascii += static_cast<char>(text_[at + i]);
+        value = floatOfText(ascii, plainDigits && exponent == 0);
+        position_ = at + exponent;
+        return true;
+    }
+
+  private:
+    void skip() {
+        while (position_ < text_.size() && isSkipped(text_[position_])) ++position_;
+    }
+
+    // The length of "e", "E", an optional sign and at least one digit at `at`; 0 when there is none.
+    [[nodiscard]] std::size_t exponentLength(std::size_t at) const {
+        if (at >= text_.size() || (text_[at] != u'e' && text_[at] != u'E')) return 0;
+        std::size_t end = at + 1;
+        if (end < text_.size() && (text_[end] == u'-' || text_[end] == u'+')) ++end;
+        const std::size_t digits = end;
+        while (end < text_.size() && isDigit(text_[end])) ++end;
+        return end == digits ? 0 : end - at;
+    }
+
+    std::u16string_view text_;
+    std::size_t position_ = 0;
+};
+
+// A float truncated toward zero to 64 bits, saturating past the range.
+std::int64_t truncatedSecond(float seconds) {
+    constexpr float limit = 9223372036854775808.0f;  // 2^63
+    if (seconds >= limit) return std::numeric_limits<std::int64_t>::max();
+    if (seconds < -limit) return std::numeric_limits<std::int64_t>::min();
+    return static_cast<std::int64_t>(seconds);
+}
+
+// --- Writing -------------------------------------------------------------------------------------------
+
+// printf's "%0<width>ld": the sign counts toward the width, zeros go after it.
+void appendNumber(std::u16string& out, std::int64_t value, int width) {
+    char digits[20];
+    int count = 0;
+    std::uint64_t magnitude =
+        value < 0 ? 0 - static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value);
+    do {
+        digits[count++] = static_cast<char>('0' + magnitude % 10);
+        magnitude /= 10;
+    } while (magnitude != 0);
+    if (value < 0) out += u'-';
+    for (int pad = width - count - (value < 0 ? 1 : 0); pad > 0; --pad) out += u'0';
+    while (count > 0) out += static_cast<char16_t>(digits[--count]);
+}
+
+// "Z", "+hh:mm" / "-hh:mm" (hours mod 24), or "-00:00" for an unknown offset.
+void appendZoneSuffix(std::u16string& out, bool universal, std::int64_t offset) {
+    if (universal) {
+        out += u'Z';
+        return;
+    }
+    if (offset == UndefinedDateComponent) {
+        out += u"-00:00";
+        return;
+    }
+    const std::uint64_t magnitude =
+        offset < 0 ? 0 - static_cast<std::uint64_t>(offset) : static_cast<std::uint64_t>(offset);
+    out += offset < 0 ? u'-' : u'+';
+    appendNumber(out, static_cast<std::int64_t>(magnitude / 3600 % 24), 2);
+    out += u':';
+    appendNumber(out, static_cast<std::int64_t>(magnitude / 60 % 60), 2);
+}
+
+const DateComponents& zeroComponents() {
+    static const DateComponents zeros{0, 0, 0, 0, 0, 0, 0, 0, 0, 0};
+    return zeros;
+}
+
+std::shared_ptr<TimeZone> universalZone() {
+    return TimeZone::timeZoneWithName("Universal");
+}
+
+}  // namespace
+
+// --- Construction --------------------------------------------------------------------------------------
+
+RFC3339DateTime::RFC3339DateTime(const RFC3339DateTime& other)
+    : dateComponents_(other.dateComponents_),
+      offsetSeconds_(other.offsetSeconds_),
+      isUniversalTime_(other.isUniversalTime_),
+      timeZone_(other.timeZone()) {}
+
+RFC3339DateTime& RFC3339DateTime::operator=(const RFC3339DateTime& other) {
+    if (this != &other) *this = RFC3339DateTime(other);
+    return *this;
+}
+
+RFC3339DateTime RFC3339DateTime::dateTimeWithRFC3339String(const Text& text) {
+    return initWithRFC3339String(text);
+}
+
+RFC3339DateTime RFC3339DateTime::dateTimeWithDateTimeZone(Date date, std::shared_ptr<TimeZone> zone) {
+    return initWithDateTimeZone(date, std::move(zone));
+}
+
+RFC3339DateTime RFC3339DateTime::initWithRFC3339String(const Text& text) {
+    RFC3339DateTime value;
+    value.setFromRFC3339String(text);
+    return value;
+}
+
+RFC3339DateTime RFC3339DateTime::initWithDateTimeZone(Date date, std::shared_ptr<TimeZone> zone) {
+    RFC3339DateTime value;
+    value.setFromDateTimeZone(date, std::move(zone));
+    return value;
+}
+
+// --- Reading and splitting -----------------------------------------------------------------------------
+
+void RFC3339DateTime::setFromRFC3339String(const Text& text) {
+    auto components = std::make_shared<DateComponents>();
+    float seconds = -1.0f;
+    std::u16string_view sign;
+    std::int64_t offsetHours = 0;
+    std::int64_t offsetMinutes = 0;
+    Scanner scanner(text.view());
+    (void)(scanner.scanInt(components->year) && scanner.scanRun(isDateSeparator) &&
+           scanner.scanInt(components->month) && scanner.scanRun(isDateSeparator) &&
+           scanner.scanInt(components->day) && scanner.scanRun(isDateTimeSeparator) &&
+           scanner.scanInt(components->hour) && scanner.scanRun(isTimeSeparator) &&
+           scanner.scanInt(components->minute) && scanner.scanRun(isTimeSeparator) &&
+           scanner.scanFloat(seconds) && scanner.scanRun(isZoneDesignator, &sign) &&
+           scanner.scanInt(offsetHours) && scanner.scanRun(isTimeSeparator) && scanner.scanInt(offsetMinutes));
+
+    // An unordered comparison (a NaN) counts as "equal to -1": the second stays undefined.
+    if (seconds > -1.0f || seconds < -1.0f) components->second = truncatedSecond(seconds);
+    dateComponents_ = std::move(components);
+    timeZone_ = nullptr;
+    isUniversalTime_ = false;
+
+    // A missing designator counts as "Z", deliberately.
+    const bool universal = sign.empty() || (sign.size() == 1 && (sign[0] == u'Z' || sign[0] == u'z'));
+    std::int64_t offset = 0;
+    if (universal) {
+        isUniversalTime_ = true;
+    } else {
+        offset = offsetMinutes * 60 + offsetHours * 3600;
+        if (sign == u"-") offset = offset == 0 ? UndefinedDateComponent : -offset;
+    }
+    offsetSeconds_ = offset;
+}
+
+void RFC3339DateTime::setFromDateTimeZone(Date date, std::shared_ptr<TimeZone> zone) {
+    Calendar calendar;
+    if (zone) calendar.setTimeZone(zone);
+    dateComponents_ = std::make_shared<DateComponents>(calendar.componentsFromDate(date));
+    isUniversalTime_ = false;
+    std::int64_t offset = UndefinedDateComponent;
+    if (zone) {
+        offset = zone->secondsFromGMTForDate(date);
+        const std::shared_ptr<TimeZone> universal = universalZone();
+        if (offset == 0 && universal && zone->isEqualToTimeZone(*universal)) isUniversalTime_ = true;
+    }
+    offsetSeconds_ = offset;
+    timeZone_ = std::move(zone);
+}
+
+// --- Writing and instants ------------------------------------------------------------------------------
+
+Text RFC3339DateTime::RFC3339String() const {
+    const DateComponents& parts = components();
+    std::u16string out;
+    out.reserve(32);
+    appendNumber(out, parts.year, 4);
+    out += u'-';
+    appendNumber(out, parts.month, 2);
+    out += u'-';
+    appendNumber(out, parts.day, 2);
+    if (hasTime()) {
+        out += u'T';
+        appendNumber(out, parts.hour, 2);
+        out += u':';
+        appendNumber(out, parts.minute, 2);
+        out += u':';
+        appendNumber(out, parts.second, 2);
+        appendZoneSuffix(out, isUniversalTime_, offsetSeconds_);
+    }
+    return Text(std::move(out));
+}
+
+std::optional<Date> RFC3339DateTime::date() const {
+    if (!dateComponents_) return std::nullopt;
+    Calendar calendar = this->calendar();
+    if (hasTime()) return calendar.dateFromComponents(*dateComponents_);
+    DateComponents noon;
+    noon.year = dateComponents_->year;
+    noon.month = dateComponents_->month;
+    noon.day = dateComponents_->day;
+    noon.hour = 12;
+    noon.minute = 0;
+    noon.second = 0;
+    calendar.setTimeZone(universalZone());
+    return calendar.dateFromComponents(noon);
+}
+
+Calendar RFC3339DateTime::calendar() const {
+    Calendar calendar;
+    if (std::shared_ptr<TimeZone> zone = timeZone()) calendar.setTimeZone(std::move(zone));
+    return calendar;
+}
+
+// --- Zone and time -------------------------------------------------------------------------------------
+
+std::shared_ptr<TimeZone> RFC3339DateTime::timeZone() const {
+    if (timeZone_) return timeZone_;
+    if (isUniversalTime_) return universalZone();
+    if (offsetSeconds_ != UndefinedDateComponent) return TimeZone::timeZoneForSecondsFromGMT(offsetSeconds_);
+    return nullptr;
+}
+
+void RFC3339DateTime::setTimeZone(std::shared_ptr<TimeZone> zone) {
+    timeZone_ = std::move(zone);
+    if (!timeZone_) {
+        offsetSeconds_ = UndefinedDateComponent;
+        return;
+    }
+    // Without an instant the offset is the zone's at the reference date 2001-01-01.
+    const Date instant = date().value_or(Date::fromTimeIntervalSinceReferenceDate(0));
+    offsetSeconds_ = timeZone_->secondsFromGMTForDate(instant);
+}
+
+void RFC3339DateTime::setTimeZoneWithOffsetSeconds(std::shared_ptr<TimeZone> zone, std::int64_t offsetSeconds) {
+    timeZone_ = std::move(zone);
+    offsetSeconds_ = offsetSeconds;
+}
+
+bool RFC3339DateTime::hasTime() const {
+    const DateComponents& parts = components();
+    return parts.hour != UndefinedDateComponent && parts.minute != UndefinedDateComponent;
+}
+
+void RFC3339DateTime::setHasTime(bool hasTime) {
+    if (hasTime == this->hasTime()) return;
+    const std::int64_t timeValue = hasTime ? 0 : UndefinedDateComponent;
+    if (dateComponents_) {
+        dateComponents_->hour = timeValue;
+        dateComponents_->minute = timeValue;
+        dateComponents_->second = timeValue;
+    }
+    offsetSeconds_ = UndefinedDateComponent;
+    isUniversalTime_ = false;
+    if (!hasTime) timeZone_ = nullptr;
+}
+
+// --- Comparison and description ------------------------------------------------------------------------
+
+bool RFC3339DateTime::doesDateComponentsEqualDateComponents(const std::shared_ptr<DateComponents>& first,
+                                                            const std::shared_ptr<DateComponents>& second) const {
+    const DateComponents& a = first ? *first : zeroComponents();
+    const DateComponents& b = second ? *second : zeroComponents();
+    return a.era == b.era && a.year == b.year && a.month == b.month && a.day == b.day && a.hour == b.hour &&
+           a.minute == b.minute && a.second == b.second && a.week == b.week && a.weekday == b.weekday &&
+           a.weekdayOrdinal == b.weekdayOrdinal;
+}
+
+bool RFC3339DateTime::isEqual(const RFC3339DateTime& other) const {
+    if (this == &other) return true;
+    return offsetSeconds_ == other.offsetSeconds_ && isUniversalTime_ == other.isUniversalTime_ &&
+           timeZone() == other.timeZone() &&
+           doesDateComponentsEqualDateComponents(dateComponents_, other.dateComponents_);
+}
+
+Text RFC3339DateTime::description() const {
+    char address[32];
+    std::snprintf(address, sizeof address, "%p", static_cast<const void*>(this));
+    return Text("RFC3339DateTime ") + Text(address) + Text(": {") + RFC3339String() + Text("}");
+}
+
+const DateComponents& RFC3339DateTime::components() const noexcept {
+    return dateComponents_ ? *dateComponents_ : zeroComponents();
+}
+
+}  // namespace bv
