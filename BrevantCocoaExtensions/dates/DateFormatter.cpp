@@ -5,6 +5,7 @@
 #include <unicode/locid.h>
 #include <unicode/smpdtfmt.h>
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -53,34 +54,41 @@ bool isPatternLetter(char16_t unit) {
     return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z');
 }
 
-// Appends literal text to a Unicode pattern: letters inside quotes, a quote doubled.
-void appendLiteral(std::u16string& pattern, char16_t unit) {
-    if (unit == u'\'') {
-        pattern += u"''";
-    } else if (isPatternLetter(unit)) {
-        pattern += u'\'';
-        pattern += unit;
-        pattern += u'\'';
-    } else {
-        pattern += unit;
+// Appends a run of literal text to a Unicode pattern: quoted as a whole (quotes doubled) when it holds a
+// letter or a quote, as it stands otherwise.
+void appendLiteral(std::u16string& pattern, std::u16string_view literal) {
+    const bool needsQuotes = std::any_of(literal.begin(), literal.end(),
+                                         [](char16_t unit) { return unit == u'\'' || isPatternLetter(unit); });
+    if (!needsQuotes) {
+        pattern += literal;
+        return;
     }
+    pattern += u'\'';
+    for (char16_t unit : literal) {
+        pattern += unit;
+        if (unit == u'\'') pattern += unit;
+    }
+    pattern += u'\'';
 }
 
 std::u16string patternOfLegacyFormat(std::u16string_view format) {
     std::u16string pattern;
+    std::u16string literal;
     for (std::size_t i = 0; i < format.size(); ++i) {
-        if (format[i] != u'%' || i + 1 == format.size()) {
-            appendLiteral(pattern, format[i]);
+        const char16_t* replacement =
+            format[i] == u'%' && i + 1 < format.size() ? patternOfCode(format[i + 1]) : nullptr;
+        if (replacement == nullptr) {
+            literal += format[i];
+            // "%%" is one percent sign; any other unknown code stays as written.
+            if (format[i] == u'%' && i + 1 < format.size() && format[i + 1] == u'%') ++i;
             continue;
         }
-        const char16_t code = format[++i];
-        if (const char16_t* replacement = patternOfCode(code)) {
-            pattern += replacement;
-        } else {
-            if (code != u'%') appendLiteral(pattern, u'%');
-            appendLiteral(pattern, code);
-        }
+        appendLiteral(pattern, literal);
+        literal.clear();
+        pattern += replacement;
+        ++i;
     }
+    appendLiteral(pattern, literal);
     return pattern;
 }
 
