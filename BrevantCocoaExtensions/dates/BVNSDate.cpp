@@ -68,7 +68,8 @@ std::int64_t daysSinceNow(const Date& self) {
     const float days = toFloat(seconds / 86400.0);
     const std::int32_t whole = truncatedTo32Bits(days);
     // The absolute value of INT32_MIN stays negative, so an overflowed day count answers 0.
-    const std::int32_t magnitude = whole == std::numeric_limits<std::int32_t>::min() ? whole : std::abs(whole);
+    const std::int32_t magnitude =
+        whole == std::numeric_limits<std::int32_t>::min() ? whole : std::abs(whole);
     if (static_cast<float>(magnitude) < 0.5f) return 0;
     return static_cast<std::int64_t>(days);
 }

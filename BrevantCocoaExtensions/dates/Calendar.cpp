@@ -17,7 +17,8 @@ namespace {
 
 // An ICU zone with the same name and rules as the library's zone.
 icu::TimeZone* newIcuZone(const TimeZone& zone) {
-    const icu::UnicodeString name(zone.name().units().data(), static_cast<std::int32_t>(zone.name().length()));
+    const icu::UnicodeString name(zone.name().units().data(),
+                                  static_cast<std::int32_t>(zone.name().length()));
     if (auto offset = zone.fixedSecondsFromGMT())
         return new icu::SimpleTimeZone(static_cast<std::int32_t>(*offset * 1000), name);
     return icu::TimeZone::createTimeZone(name);
@@ -25,13 +26,20 @@ icu::TimeZone* newIcuZone(const TimeZone& zone) {
 
 UCalendarDateFields fieldOf(CalendarUnit unit) {
     switch (unit) {
-        case CalendarUnit::Era: return UCAL_ERA;
-        case CalendarUnit::Year: return UCAL_YEAR;
-        case CalendarUnit::Month: return UCAL_MONTH;
-        case CalendarUnit::Day: return UCAL_DATE;
-        case CalendarUnit::Hour: return UCAL_HOUR_OF_DAY;
-        case CalendarUnit::Minute: return UCAL_MINUTE;
-        case CalendarUnit::Second: return UCAL_SECOND;
+        case CalendarUnit::Era:
+            return UCAL_ERA;
+        case CalendarUnit::Year:
+            return UCAL_YEAR;
+        case CalendarUnit::Month:
+            return UCAL_MONTH;
+        case CalendarUnit::Day:
+            return UCAL_DATE;
+        case CalendarUnit::Hour:
+            return UCAL_HOUR_OF_DAY;
+        case CalendarUnit::Minute:
+            return UCAL_MINUTE;
+        case CalendarUnit::Second:
+            return UCAL_SECOND;
     }
     return UCAL_ERA;
 }

@@ -28,25 +28,44 @@ Text fromIcu(const icu::UnicodeString& text) {
 // The Unicode pattern of one legacy percent code; nullptr for a code that has none.
 const char16_t* patternOfCode(char16_t code) {
     switch (code) {
-        case u'a': return u"EEE";
-        case u'A': return u"EEEE";
-        case u'b': return u"MMM";
-        case u'B': return u"MMMM";
-        case u'd': return u"dd";
-        case u'e': return u"d";
-        case u'F': return u"SSS";
-        case u'H': return u"HH";
-        case u'I': return u"hh";
-        case u'j': return u"DDD";
-        case u'm': return u"MM";
-        case u'M': return u"mm";
-        case u'p': return u"a";
-        case u'S': return u"ss";
-        case u'y': return u"yy";
-        case u'Y': return u"yyyy";
-        case u'Z': return u"zzz";
-        case u'z': return u"ZZZ";
-        default: return nullptr;
+        case u'a':
+            return u"EEE";
+        case u'A':
+            return u"EEEE";
+        case u'b':
+            return u"MMM";
+        case u'B':
+            return u"MMMM";
+        case u'd':
+            return u"dd";
+        case u'e':
+            return u"d";
+        case u'F':
+            return u"SSS";
+        case u'H':
+            return u"HH";
+        case u'I':
+            return u"hh";
+        case u'j':
+            return u"DDD";
+        case u'm':
+            return u"MM";
+        case u'M':
+            return u"mm";
+        case u'p':
+            return u"a";
+        case u'S':
+            return u"ss";
+        case u'y':
+            return u"yy";
+        case u'Y':
+            return u"yyyy";
+        case u'Z':
+            return u"zzz";
+        case u'z':
+            return u"ZZZ";
+        default:
+            return nullptr;
     }
 }
 
@@ -57,8 +76,8 @@ bool isPatternLetter(char16_t unit) {
 // Appends a run of literal text to a Unicode pattern: quoted as a whole (quotes doubled) when it holds a
 // letter or a quote, as it stands otherwise.
 void appendLiteral(std::u16string& pattern, std::u16string_view literal) {
-    const bool needsQuotes = std::any_of(literal.begin(), literal.end(),
-                                         [](char16_t unit) { return unit == u'\'' || isPatternLetter(unit); });
+    const bool needsQuotes = std::any_of(
+        literal.begin(), literal.end(), [](char16_t unit) { return unit == u'\'' || isPatternLetter(unit); });
     if (!needsQuotes) {
         pattern += literal;
         return;
@@ -94,11 +113,16 @@ std::u16string patternOfLegacyFormat(std::u16string_view format) {
 
 icu::DateFormat::EStyle icuStyle(std::int64_t style) {
     switch (style) {
-        case DateFormatter::ShortStyle: return icu::DateFormat::kShort;
-        case DateFormatter::MediumStyle: return icu::DateFormat::kMedium;
-        case DateFormatter::LongStyle: return icu::DateFormat::kLong;
-        case DateFormatter::FullStyle: return icu::DateFormat::kFull;
-        default: return icu::DateFormat::kNone;
+        case DateFormatter::ShortStyle:
+            return icu::DateFormat::kShort;
+        case DateFormatter::MediumStyle:
+            return icu::DateFormat::kMedium;
+        case DateFormatter::LongStyle:
+            return icu::DateFormat::kLong;
+        case DateFormatter::FullStyle:
+            return icu::DateFormat::kFull;
+        default:
+            return icu::DateFormat::kNone;
     }
 }
 
@@ -148,8 +172,8 @@ Text DateFormatter::pattern() const {
     }
     if (icuStyle(dateStyle_) == icu::DateFormat::kNone && icuStyle(timeStyle_) == icu::DateFormat::kNone)
         return Text();
-    std::unique_ptr<icu::DateFormat> styled(
-        icu::DateFormat::createDateTimeInstance(icuStyle(dateStyle_), icuStyle(timeStyle_), localeOf(locale_)));
+    std::unique_ptr<icu::DateFormat> styled(icu::DateFormat::createDateTimeInstance(
+        icuStyle(dateStyle_), icuStyle(timeStyle_), localeOf(locale_)));
     auto* simple = dynamic_cast<icu::SimpleDateFormat*>(styled.get());
     if (simple == nullptr) return Text();
     icu::UnicodeString result;

@@ -1,11 +1,11 @@
 // RFC 3339 date-time values: the token reader, the writer, and the conversions to and from instants.
 #include "BrevantCocoaExtensions/dates/RFC3339DateTime.hpp"
 
+#include <locale.h>
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
-#include <locale.h>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -75,9 +75,9 @@ class Scanner {
             if (magnitude <= std::int64_t{1} << 31) magnitude = magnitude * 10 + (text_[at] - u'0');
         }
         const std::int64_t value = negative ? -magnitude : magnitude;
-        storeLow32(slot, static_cast<std::int32_t>(std::clamp<std::int64_t>(
-                             value, std::numeric_limits<std::int32_t>::min(),
-                             std::numeric_limits<std::int32_t>::max())));
+        storeLow32(slot, static_cast<std::int32_t>(
+                             std::clamp<std::int64_t>(value, std::numeric_limits<std::int32_t>::min(),
+                                                      std::numeric_limits<std::int32_t>::max())));
         position_ = at;
         return true;
     }
@@ -86,7 +86,8 @@ class Scanner {
     bool scanRun(bool (*member)(char16_t), std::u16string_view* run = nullptr) {
         skip();
         std::size_t end = position_;
-        while (end < text_.size() && member(text_[end])) ++end;
+        while (end < text_.size() && member(text_[end]))
+            ++end;
         if (end == position_) return false;
         if (run) *run = text_.substr(position_, end - position_);
         position_ = end;
@@ -99,7 +100,8 @@ class Scanner {
         skip();
         std::size_t at = position_;
         std::string ascii;
-        if (at < text_.size() && (text_[at] == u'-' || text_[at] == u'+')) ascii += static_cast<char>(text_[at++]);
+        if (at < text_.size() && (text_[at] == u'-' || text_[at] == u'+'))
+            ascii += static_cast<char>(text_[at++]);
         const std::size_t digitsFrom = at;
         bool sawDigit = false;
         bool sawPoint = false;
@@ -116,7 +118,8 @@ class Scanner {
         if (!sawDigit) return false;
         const bool plainDigits = !sawPoint && digitsFrom == position_;
         const std::size_t exponent = exponentLength(at);
-        for (std::size_t i = 0; i < exponent; ++i) ascii += static_cast<char>(text_[at + i]);
+        for (std::size_t i = 0; i < exponent; ++i)
+            ascii += static_cast<char>(text_[at + i]);
         value = floatOfText(ascii, plainDigits && exponent == 0);
         position_ = at + exponent;
         return true;
@@ -124,7 +127,8 @@ class Scanner {
 
   private:
     void skip() {
-        while (position_ < text_.size() && isSkipped(text_[position_])) ++position_;
+        while (position_ < text_.size() && isSkipped(text_[position_]))
+            ++position_;
     }
 
     // The length of "e", "E", an optional sign and at least one digit at `at`; 0 when there is none.
@@ -133,7 +137,8 @@ class Scanner {
         std::size_t end = at + 1;
         if (end < text_.size() && (text_[end] == u'-' || text_[end] == u'+')) ++end;
         const std::size_t digits = end;
-        while (end < text_.size() && isDigit(text_[end])) ++end;
+        while (end < text_.size() && isDigit(text_[end]))
+            ++end;
         return end == digits ? 0 : end - at;
     }
 
@@ -162,8 +167,10 @@ void appendNumber(std::u16string& out, std::int64_t value, int width) {
         magnitude /= 10;
     } while (magnitude != 0);
     if (value < 0) out += u'-';
-    for (int pad = width - count - (value < 0 ? 1 : 0); pad > 0; --pad) out += u'0';
-    while (count > 0) out += static_cast<char16_t>(digits[--count]);
+    for (int pad = width - count - (value < 0 ? 1 : 0); pad > 0; --pad)
+        out += u'0';
+    while (count > 0)
+        out += static_cast<char16_t>(digits[--count]);
 }
 
 // "Z", "+hh:mm" / "-hh:mm" (hours mod 24), or "-00:00" for an unknown offset.
@@ -243,7 +250,8 @@ void RFC3339DateTime::setFromRFC3339String(const Text& text) {
            scanner.scanInt(components->hour) && scanner.scanRun(isTimeSeparator) &&
            scanner.scanInt(components->minute) && scanner.scanRun(isTimeSeparator) &&
            scanner.scanFloat(seconds) && scanner.scanRun(isZoneDesignator, &sign) &&
-           scanner.scanInt(offsetHours) && scanner.scanRun(isTimeSeparator) && scanner.scanInt(offsetMinutes));
+           scanner.scanInt(offsetHours) && scanner.scanRun(isTimeSeparator) &&
+           scanner.scanInt(offsetMinutes));
 
     // An unordered comparison (a NaN) counts as "equal to -1": the second stays undefined.
     if (seconds > -1.0f || seconds < -1.0f) components->second = truncatedSecond(seconds);
@@ -342,7 +350,8 @@ void RFC3339DateTime::setTimeZone(std::shared_ptr<TimeZone> zone) {
     offsetSeconds_ = timeZone_->secondsFromGMTForDate(instant);
 }
 
-void RFC3339DateTime::setTimeZoneWithOffsetSeconds(std::shared_ptr<TimeZone> zone, std::int64_t offsetSeconds) {
+void RFC3339DateTime::setTimeZoneWithOffsetSeconds(std::shared_ptr<TimeZone> zone,
+                                                   std::int64_t offsetSeconds) {
     timeZone_ = std::move(zone);
     offsetSeconds_ = offsetSeconds;
 }
@@ -367,8 +376,8 @@ void RFC3339DateTime::setHasTime(bool hasTime) {
 
 // --- Comparison and description ------------------------------------------------------------------------
 
-bool RFC3339DateTime::doesDateComponentsEqualDateComponents(const std::shared_ptr<DateComponents>& first,
-                                                            const std::shared_ptr<DateComponents>& second) const {
+bool RFC3339DateTime::doesDateComponentsEqualDateComponents(
+    const std::shared_ptr<DateComponents>& first, const std::shared_ptr<DateComponents>& second) const {
     const DateComponents& a = first ? *first : zeroComponents();
     const DateComponents& b = second ? *second : zeroComponents();
     return a.era == b.era && a.year == b.year && a.month == b.month && a.day == b.day && a.hour == b.hour &&

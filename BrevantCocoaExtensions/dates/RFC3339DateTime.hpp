@@ -95,8 +95,8 @@ class RFC3339DateTime {
 
     // True when era, year, month, day, hour, minute, second, week, weekday and weekday ordinal are equal
     // as raw integers (two undefined markers are equal); a missing record reads as all zeros.
-    [[nodiscard]] bool doesDateComponentsEqualDateComponents(const std::shared_ptr<DateComponents>& first,
-                                                             const std::shared_ptr<DateComponents>& second) const;
+    [[nodiscard]] bool doesDateComponentsEqualDateComponents(
+        const std::shared_ptr<DateComponents>& first, const std::shared_ptr<DateComponents>& second) const;
     // True for the same object; else equal offsets, universal flags, components and the identical zone
     // object from timeZone() (or both nullptr).
     [[nodiscard]] bool isEqual(const RFC3339DateTime& other) const;

@@ -78,9 +78,9 @@ TEST_F(FixedSetting, DaysSinceNowCountsWholeDaysTowardZeroThroughAFloat) {
     };
     const double day = 86400;
     const Case cases[] = {
-        {23 * 3600.0, 0},  {-47 * 3600.0, -1}, {1.9 * day, 1},  {-0.9 * day, 0},
-        {-2.5 * day, -2},  {10 * day, 10},     {day - 0.001, 1},  // 0.99999999 rounds up to 1 as a float
-        {3e9 * day, 0},    {-3e9 * day, 0},  // past 32 bits: the overflowed count answers 0
+        {23 * 3600.0, 0}, {-47 * 3600.0, -1}, {1.9 * day, 1},   {-0.9 * day, 0},
+        {-2.5 * day, -2}, {10 * day, 10},     {day - 0.001, 1},  // 0.99999999 rounds up to 1 as a float
+        {3e9 * day, 0},   {-3e9 * day, 0},  // past 32 bits: the overflowed count answers 0
         {1e300, 0},
     };
     for (const Case& c : cases) {

@@ -70,7 +70,8 @@ TEST(RFC3339DateTime, VectorsReadToTheirInstantsAndWriteBack) {
                                         : TimeZone::timeZoneForSecondsFromGMT(std::stoll(vector.offset));
             const RFC3339DateTime split = RFC3339DateTime::dateTimeWithDateTimeZone(at(vector.instant), zone);
             ASSERT_EQ(split.RFC3339String().toUtf8(), vector.written);
-            EXPECT_EQ(RFC3339DateTime::dateTimeWithRFC3339String(split.RFC3339String()).date(), at(vector.instant));
+            EXPECT_EQ(RFC3339DateTime::dateTimeWithRFC3339String(split.RFC3339String()).date(),
+                      at(vector.instant));
         }
     }
 }
@@ -170,11 +171,11 @@ TEST(RFC3339DateTime, InstantsOfReadValues) {
         double instant;
     };
     const Case cases[] = {
-        {"2008-01-02", 1199275200},                   // a date alone is noon UTC
-        {"2008-02-29T00:00:00Z", 1204243200},         // leap day
-        {"2009-02-29T00:00:00Z", 1235865600},         // no leap day: 1 March
-        {"2008-01-02T10:11:12-00:00", 1199248872},    // unknown offset: the local zone, +05:30
-        {"2008-01-02T10:11:12+19:00", 1199248872},    // past 18 hours: no zone, the local zone
+        {"2008-01-02", 1199275200},                 // a date alone is noon UTC
+        {"2008-02-29T00:00:00Z", 1204243200},       // leap day
+        {"2009-02-29T00:00:00Z", 1235865600},       // no leap day: 1 March
+        {"2008-01-02T10:11:12-00:00", 1199248872},  // unknown offset: the local zone, +05:30
+        {"2008-01-02T10:11:12+19:00", 1199248872},  // past 18 hours: no zone, the local zone
         {"2008-12-31T23:59:59-12:00", 1230811199},
         {"2009-01-01T11:59:59+14:00", 1230760799},
         {"2008-01-02T24:00:00Z", 1199318400},  // lenient: the next day
