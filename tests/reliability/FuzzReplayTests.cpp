@@ -20,6 +20,7 @@
 #include "fuzz/harness/NumberReading.hpp"
 #include "fuzz/harness/PlatformBase64.hpp"
 #include "fuzz/harness/PropertyListReading.hpp"
+#include "fuzz/harness/Rfc3339.hpp"
 #include "fuzz/harness/TextUtf8.hpp"
 #include "fuzz/harness/XmlDocument.hpp"
 #include "fuzz/harness/XmlParser.hpp"
@@ -45,6 +46,7 @@ const Target kTargets[] = {
     {"number_reading", bv::fuzz::numberReading},
     {"platform_base64", bv::fuzz::platformBase64},
     {"property_list", bv::fuzz::propertyListReading},
+    {"rfc3339", bv::fuzz::rfc3339},
     {"text_utf8", bv::fuzz::textUtf8},
     {"xml_document", bv::fuzz::xmlDocument},
     {"xml_parser", bv::fuzz::xmlParser},
