@@ -180,22 +180,26 @@ Text DateFormatter::pattern() const {
     return fromIcu(simple->toPattern(result));
 }
 
+bool DateFormatter::prepare() const {
+    if (impl_->formatter) return true;
+    const Text unicodePattern = pattern();
+    if (unicodePattern.empty()) return false;
+    UErrorCode status = U_ZERO_ERROR;
+    auto made = std::make_unique<icu::SimpleDateFormat>(toIcu(unicodePattern), localeOf(locale_), status);
+    if (U_FAILURE(status)) return false;
+    impl_->formatter = std::move(made);
+    return true;
+}
+
 Text DateFormatter::stringFromDate(Date date) const {
-    if (!impl_->formatter) {
-        const Text unicodePattern = pattern();
-        if (unicodePattern.empty()) return Text();
-        UErrorCode status = U_ZERO_ERROR;
-        auto made = std::make_unique<icu::SimpleDateFormat>(toIcu(unicodePattern), localeOf(locale_), status);
-        if (U_FAILURE(status)) return Text();
-        impl_->formatter = std::move(made);
-    }
+    if (!prepare()) return Text();
     icu::UnicodeString result;
     impl_->formatter->format(date.timeIntervalSince1970() * 1000.0, result);
     return fromIcu(result);
 }
 
 std::optional<Date> DateFormatter::dateFromString(const Text& text) const {
-    if (!impl_->formatter && stringFromDate(Date()).empty()) return std::nullopt;
+    if (!prepare()) return std::nullopt;
     icu::ParsePosition position(0);
     const icu::UnicodeString source = toIcu(text);
     const UDate milliseconds = impl_->formatter->parse(source, position);

@@ -62,6 +62,8 @@ class DateFormatter {
   private:
     struct Impl;
     void changed();
+    // Builds the ICU formatter when there is none; false when there is neither a format nor a style.
+    [[nodiscard]] bool prepare() const;
 
     std::int64_t behavior_ = BehaviorDefault;
     Text format_;

@@ -7,7 +7,8 @@
 //     zone designator, a date alone and even an unreadable text are universal time with offset 0.
 //   - Year, month, day, hour and minute read from text land in the low 32 bits of their 64-bit components,
 //     whose upper half keeps the undefined marker's 0x7FFFFFFF: a year of 2008 read from text is held, and
-//     written back, as 9223372032559810520. Instants (date) read only the low 32 bits and are right.
+//     written back, as 9223372032559810520. Instants (date) read only the low 32 bits and are right. A -1
+//     so read is the undefined marker itself: "T-1:11:12" has no hour, hence no time.
 //   - Fractions of a second are read and dropped; "T" and "t" separate date and time, but a space does not
 //     (white space is skipped before each token, and a separator needs at least one character after it).
 //   - Copies share one components record: setHasTime changes it in place for every copy.

@@ -116,6 +116,8 @@ TEST(RFC3339DateTime, ReadingFollowsTheScannerRules) {
         // Integers saturate at 32 bits; signs are read.
         {"99999999999-01-02", INT32_MAX, 1, 2, U, U, U, true, 0},
         {"-5-01-02", -5, 1, 2, U, U, U, true, 0},
+        // -1 in the low half of the marker is the marker: the hour is absent, yet the zone was read.
+        {"2008-01-02T-1:11:12+01:00", 2008, 1, 2, U, 11, 12, false, 3600},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.text);
