@@ -63,6 +63,51 @@ void BM_ReadWrite_RFC3339DateTime(benchmark::State& state) {
     setItems(state);
 }
 
+// The two halves of the work apart: reading only, and writing values read beforehand.
+void BM_Read_RFC3339DateTime(benchmark::State& state) {
+    const std::vector<bv::Text>& all = texts();
+    for (auto _ : state) {
+        std::int64_t sum = 0;
+        for (const bv::Text& text : all)
+            sum += bv::RFC3339DateTime::dateTimeWithRFC3339String(text).offsetSeconds();
+        benchmark::DoNotOptimize(sum);
+    }
+    setItems(state);
+}
+
+void BM_Write_RFC3339DateTime(benchmark::State& state) {
+    std::vector<bv::RFC3339DateTime> values;
+    values.reserve(kTexts);
+    for (const bv::Text& text : texts())
+        values.push_back(bv::RFC3339DateTime::dateTimeWithRFC3339String(text));
+    for (auto _ : state) {
+        std::size_t written = 0;
+        for (const bv::RFC3339DateTime& value : values)
+            written += value.RFC3339String().length();
+        benchmark::DoNotOptimize(written);
+    }
+    setItems(state);
+}
+
+// The allocations alone that reading and writing a text make: one shared components record, one written text
+// of the length the library writes (the components read from text have 19 digits).
+void BM_AllocationsOnly(benchmark::State& state) {
+    const std::size_t length =
+        bv::RFC3339DateTime::dateTimeWithRFC3339String(texts().front()).RFC3339String().length();
+    for (auto _ : state) {
+        std::size_t sum = 0;
+        for (std::size_t i = 0; i < kTexts; ++i) {
+            auto record = std::make_shared<bv::DateComponents>();
+            benchmark::DoNotOptimize(record.get());
+            std::u16string written(length, u'0');
+            benchmark::DoNotOptimize(written.data());
+            sum += written.size();
+        }
+        benchmark::DoNotOptimize(sum);
+    }
+    setItems(state);
+}
+
 void BM_ReadWrite_IcuSimpleDateFormat(benchmark::State& state) {
     std::vector<icu::UnicodeString> all;
     all.reserve(kTexts);
@@ -110,6 +155,9 @@ void BM_ReadDigits_PlainLoop(benchmark::State& state) {
 }  // namespace
 
 BENCHMARK(BM_ReadWrite_RFC3339DateTime)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Read_RFC3339DateTime)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Write_RFC3339DateTime)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_AllocationsOnly)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_ReadWrite_IcuSimpleDateFormat)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_ReadDigits_PlainLoop)->Unit(benchmark::kMillisecond);
 

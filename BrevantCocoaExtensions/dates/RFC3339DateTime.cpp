@@ -27,18 +27,15 @@ bool isSkipped(char16_t unit) {
 bool isDigit(char16_t unit) {
     return unit >= u'0' && unit <= u'9';
 }
-bool isDateSeparator(char16_t unit) {
-    return unit == u'-';
-}
-bool isDateTimeSeparator(char16_t unit) {
+// The four separator sets, each its own type so that the scanner's loop over it is compiled inline.
+constexpr auto isDateSeparator = [](char16_t unit) { return unit == u'-'; };
+constexpr auto isDateTimeSeparator = [](char16_t unit) {
     return unit == u'T' || unit == u't' || unit == u' ';
-}
-bool isTimeSeparator(char16_t unit) {
-    return unit == u':';
-}
-bool isZoneDesignator(char16_t unit) {
+};
+constexpr auto isTimeSeparator = [](char16_t unit) { return unit == u':'; };
+constexpr auto isZoneDesignator = [](char16_t unit) {
     return unit == u'+' || unit == u'-' || unit == u'z' || unit == u'Z';
-}
+};
 
 // Writes a 32-bit value into the low half of a 64-bit slot, keeping the upper half as it was.
 void storeLow32(std::int64_t& slot, std::int32_t value) {
@@ -46,16 +43,42 @@ void storeLow32(std::int64_t& slot, std::int32_t value) {
     slot = static_cast<std::int64_t>(upper | static_cast<std::uint32_t>(value));
 }
 
-// A float of decimal text; a value past the float range becomes an infinity (never undefined behaviour).
-float floatOfText(const std::string& text, bool plainDigits) {
-    if (plainDigits && text.size() <= 7) return static_cast<float>(std::strtol(text.c_str(), nullptr, 10));
-    static const locale_t cLocale = newlocale(LC_ALL_MASK, "C", static_cast<locale_t>(nullptr));
-    const double value = strtod_l(text.c_str(), nullptr, cLocale);
+// A double rounded to float; past the float range it becomes an infinity (never undefined behaviour).
+float toFloat(double value) {
     constexpr double largest = std::numeric_limits<float>::max();
     if (value > largest) return std::numeric_limits<float>::infinity();
     if (value < -largest) return -std::numeric_limits<float>::infinity();
     return static_cast<float>(value);
 }
+
+// The decimal number in ASCII, correctly rounded to a double whatever the process's locale.
+double doubleOfText(const std::string& ascii) {
+    static const locale_t cLocale = newlocale(LC_ALL_MASK, "C", static_cast<locale_t>(nullptr));
+    return strtod_l(ascii.c_str(), nullptr, cLocale);
+}
+
+// Digits read so far of a decimal number: at most 15 significant ones are exact in a double.
+struct Mantissa {
+    std::uint64_t value = 0;
+    int significantDigits = 0;
+    int fractionDigits = 0;
+    bool exact = true;
+
+    void add(int digit, bool inFraction) {
+        if (value != 0 || digit != 0) ++significantDigits;
+        if (significantDigits > 15) exact = false;
+        value = value * 10 + static_cast<std::uint64_t>(digit);
+        if (inFraction) ++fractionDigits;
+    }
+    // value / 10^fractionDigits is one correctly rounded division when both are exact doubles.
+    [[nodiscard]] bool fast() const { return exact && fractionDigits <= 22; }
+    [[nodiscard]] double quotient() const {
+        static constexpr double powers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                            1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                            1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+        return static_cast<double>(value) / powers[fractionDigits];
+    }
+};
 
 // Reads tokens in turn, skipping white space and line ends before each one. A token that does not read
 // answers false and leaves nothing consumed worth keeping (reading ends there).
@@ -83,7 +106,8 @@ class Scanner {
     }
 
     // One or more consecutive members of a character set; the run is handed back when asked for.
-    bool scanRun(bool (*member)(char16_t), std::u16string_view* run = nullptr) {
+    template <typename Member>
+    bool scanRun(Member member, std::u16string_view* run = nullptr) {
         skip();
         std::size_t end = position_;
         while (end < text_.size() && member(text_[end]))
@@ -99,29 +123,32 @@ class Scanner {
     bool scanFloat(float& value) {
         skip();
         std::size_t at = position_;
-        std::string ascii;
-        if (at < text_.size() && (text_[at] == u'-' || text_[at] == u'+'))
-            ascii += static_cast<char>(text_[at++]);
-        const std::size_t digitsFrom = at;
+        const bool negative = at < text_.size() && text_[at] == u'-';
+        if (at < text_.size() && (text_[at] == u'-' || text_[at] == u'+')) ++at;
+        Mantissa mantissa;
         bool sawDigit = false;
         bool sawPoint = false;
         for (; at < text_.size(); ++at) {
             if (isDigit(text_[at])) {
                 sawDigit = true;
+                mantissa.add(text_[at] - u'0', sawPoint);
             } else if (text_[at] == u'.' && !sawPoint) {
                 sawPoint = true;
             } else {
                 break;
             }
-            ascii += static_cast<char>(text_[at]);
         }
         if (!sawDigit) return false;
-        const bool plainDigits = !sawPoint && digitsFrom == position_;
-        const std::size_t exponent = exponentLength(at);
-        for (std::size_t i = 0; i < exponent; ++i)
-            ascii += static_cast<char>(text_[at + i]);
-        value = floatOfText(ascii, plainDigits && exponent == 0);
-        position_ = at + exponent;
+        const std::size_t end = at + exponentLength(at);
+        double number = 0;
+        if (end == at && mantissa.fast()) {
+            number = negative ? -mantissa.quotient() : mantissa.quotient();
+        } else {
+            number = doubleOfText(std::string(text_.begin() + static_cast<std::ptrdiff_t>(position_),
+                                              text_.begin() + static_cast<std::ptrdiff_t>(end)));
+        }
+        value = toFloat(number);
+        position_ = end;
         return true;
     }
 
@@ -156,40 +183,93 @@ std::int64_t truncatedSecond(float seconds) {
 
 // --- Writing -------------------------------------------------------------------------------------------
 
-// printf's "%0<width>ld": the sign counts toward the width, zeros go after it.
-void appendNumber(std::u16string& out, std::int64_t value, int width) {
-    char digits[20];
-    int count = 0;
-    std::uint64_t magnitude =
-        value < 0 ? 0 - static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value);
-    do {
-        digits[count++] = static_cast<char>('0' + magnitude % 10);
-        magnitude /= 10;
-    } while (magnitude != 0);
-    if (value < 0) out += u'-';
-    for (int pad = width - count - (value < 0 ? 1 : 0); pad > 0; --pad)
-        out += u'0';
-    while (count > 0)
-        out += static_cast<char16_t>(digits[--count]);
+// The two digits of 0 to 99, in pairs.
+constexpr char16_t kDigitPairs[] =
+    u"00010203040506070809101112131415161718192021222324252627282930313233343536373839"
+    u"40414243444546474849505152535455565758596061626364656667686970717273747576777879"
+    u"8081828384858687888990919293949596979899";
+
+// Exactly eight digits of a value below 10^8, in 32-bit arithmetic.
+void eightDigits(std::uint32_t value, char16_t* out) {
+    for (int at = 6; at >= 0; at -= 2) {
+        const std::uint32_t pair = value % 100 * 2;
+        value /= 100;
+        out[at] = kDigitPairs[pair];
+        out[at + 1] = kDigitPairs[pair + 1];
+    }
 }
 
-// "Z", "+hh:mm" / "-hh:mm" (hours mod 24), or "-00:00" for an unknown offset.
-void appendZoneSuffix(std::u16string& out, bool universal, std::int64_t offset) {
-    if (universal) {
-        out += u'Z';
-        return;
-    }
-    if (offset == UndefinedDateComponent) {
-        out += u"-00:00";
-        return;
-    }
-    const std::uint64_t magnitude =
-        offset < 0 ? 0 - static_cast<std::uint64_t>(offset) : static_cast<std::uint64_t>(offset);
-    out += offset < 0 ? u'-' : u'+';
-    appendNumber(out, static_cast<std::int64_t>(magnitude / 3600 % 24), 2);
-    out += u':';
-    appendNumber(out, static_cast<std::int64_t>(magnitude / 60 % 60), 2);
+// The digits of a value below 10^8 without leading zeros ("0" for 0); answers their count.
+int shortDigits(std::uint32_t value, char16_t* out) {
+    char16_t eight[8];
+    eightDigits(value, eight);
+    int first = 0;
+    while (first < 7 && eight[first] == u'0')
+        ++first;
+    for (int i = first; i < 8; ++i)
+        out[i - first] = eight[i];
+    return 8 - first;
 }
+
+// The decimal digits of a 64-bit magnitude, most significant first; answers their count. The number is
+// cut into parts below 10^8, written independently (the components read from text have 19 digits).
+int decimalDigits(std::uint64_t magnitude, char16_t* out) {
+    constexpr std::uint64_t kPart = 100000000;
+    if (magnitude < kPart) return shortDigits(static_cast<std::uint32_t>(magnitude), out);
+    const std::uint64_t high = magnitude / kPart;
+    const auto low = static_cast<std::uint32_t>(magnitude % kPart);
+    int count = 0;
+    if (high < kPart) {
+        count = shortDigits(static_cast<std::uint32_t>(high), out);
+    } else {
+        count = shortDigits(static_cast<std::uint32_t>(high / kPart), out);
+        eightDigits(static_cast<std::uint32_t>(high % kPart), out + count);
+        count += 8;
+    }
+    eightDigits(low, out + count);
+    return count + 8;
+}
+
+// Builds the written text in a fixed buffer, long enough for six 20-character numbers and the separators.
+class Writer {
+  public:
+    void put(char16_t unit) { units_[size_++] = unit; }
+    void put(std::u16string_view text) {
+        for (char16_t unit : text)
+            put(unit);
+    }
+
+    // printf's "%0<width>ld": the sign counts toward the width, zeros go after it.
+    void number(std::int64_t value, int width) {
+        const std::uint64_t magnitude =
+            value < 0 ? 0 - static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value);
+        char16_t digits[20];
+        const int count = decimalDigits(magnitude, digits);
+        if (value < 0) put(u'-');
+        for (int pad = width - count - (value < 0 ? 1 : 0); pad > 0; --pad)
+            put(u'0');
+        std::copy_n(digits, count, units_ + size_);
+        size_ += static_cast<std::size_t>(count);
+    }
+
+    // "Z", "+hh:mm" / "-hh:mm" (hours mod 24), or "-00:00" for an unknown offset.
+    void zoneSuffix(bool universal, std::int64_t offset) {
+        if (universal) return put(u'Z');
+        if (offset == UndefinedDateComponent) return put(u"-00:00");
+        const std::uint64_t magnitude =
+            offset < 0 ? 0 - static_cast<std::uint64_t>(offset) : static_cast<std::uint64_t>(offset);
+        put(offset < 0 ? u'-' : u'+');
+        number(static_cast<std::int64_t>(magnitude / 3600 % 24), 2);
+        put(u':');
+        number(static_cast<std::int64_t>(magnitude / 60 % 60), 2);
+    }
+
+    [[nodiscard]] Text text() const { return Text(std::u16string(units_, size_)); }
+
+  private:
+    char16_t units_[160];
+    std::size_t size_ = 0;
+};
 
 const DateComponents& zeroComponents() {
     static const DateComponents zeros{0, 0, 0, 0, 0, 0, 0, 0, 0, 0};
@@ -290,23 +370,22 @@ void RFC3339DateTime::setFromDateTimeZone(Date date, std::shared_ptr<TimeZone> z
 
 Text RFC3339DateTime::RFC3339String() const {
     const DateComponents& parts = components();
-    std::u16string out;
-    out.reserve(32);
-    appendNumber(out, parts.year, 4);
-    out += u'-';
-    appendNumber(out, parts.month, 2);
-    out += u'-';
-    appendNumber(out, parts.day, 2);
+    Writer out;
+    out.number(parts.year, 4);
+    out.put(u'-');
+    out.number(parts.month, 2);
+    out.put(u'-');
+    out.number(parts.day, 2);
     if (hasTime()) {
-        out += u'T';
-        appendNumber(out, parts.hour, 2);
-        out += u':';
-        appendNumber(out, parts.minute, 2);
-        out += u':';
-        appendNumber(out, parts.second, 2);
-        appendZoneSuffix(out, isUniversalTime_, offsetSeconds_);
+        out.put(u'T');
+        out.number(parts.hour, 2);
+        out.put(u':');
+        out.number(parts.minute, 2);
+        out.put(u':');
+        out.number(parts.second, 2);
+        out.zoneSuffix(isUniversalTime_, offsetSeconds_);
     }
-    return Text(std::move(out));
+    return out.text();
 }
 
 std::optional<Date> RFC3339DateTime::date() const {
