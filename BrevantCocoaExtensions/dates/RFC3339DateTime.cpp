@@ -189,6 +189,8 @@ constexpr char16_t kDigitPairs[] =
     u"40414243444546474849505152535455565758596061626364656667686970717273747576777879"
     u"8081828384858687888990919293949596979899";
 
+constexpr std::uint64_t kPart = 100000000;  // numbers are written in parts below 10^8
+
 // Exactly eight digits of a value below 10^8, in 32-bit arithmetic.
 void eightDigits(std::uint32_t value, char16_t* out) {
     for (int at = 6; at >= 0; at -= 2) {
@@ -199,35 +201,55 @@ void eightDigits(std::uint32_t value, char16_t* out) {
     }
 }
 
-// The digits of a value below 10^8 without leading zeros ("0" for 0); answers their count.
-int shortDigits(std::uint32_t value, char16_t* out) {
-    char16_t eight[8];
-    eightDigits(value, eight);
-    int first = 0;
-    while (first < 7 && eight[first] == u'0')
-        ++first;
-    for (int i = first; i < 8; ++i)
-        out[i - first] = eight[i];
-    return 8 - first;
+// How many digits a value below 10^8 has (1 for 0).
+int shortLength(std::uint32_t value) {
+    int length = 1;
+    for (std::uint32_t limit = 10; length < 8 && value >= limit; limit *= 10)
+        ++length;
+    return length;
 }
 
-// The decimal digits of a 64-bit magnitude, most significant first; answers their count. The number is
-// cut into parts below 10^8, written independently (the components read from text have 19 digits).
-int decimalDigits(std::uint64_t magnitude, char16_t* out) {
-    constexpr std::uint64_t kPart = 100000000;
-    if (magnitude < kPart) return shortDigits(static_cast<std::uint32_t>(magnitude), out);
-    const std::uint64_t high = magnitude / kPart;
-    const auto low = static_cast<std::uint32_t>(magnitude % kPart);
-    int count = 0;
-    if (high < kPart) {
-        count = shortDigits(static_cast<std::uint32_t>(high), out);
-    } else {
-        count = shortDigits(static_cast<std::uint32_t>(high / kPart), out);
-        eightDigits(static_cast<std::uint32_t>(high % kPart), out + count);
-        count += 8;
+// The `length` digits of a value below 10^8, written from the last one backwards.
+void shortDigits(std::uint32_t value, int length, char16_t* out) {
+    for (int at = length - 1; at >= 0; --at) {
+        out[at] = static_cast<char16_t>(u'0' + value % 10);
+        value /= 10;
     }
-    eightDigits(low, out + count);
-    return count + 8;
+}
+
+// Components read from text hold 0x7FFFFFFF above their 32-bit value: 9223372032559808512 + (0 to 2^32 - 1),
+// up to 2^63 itself. All of them start "922337203" and end in ten digits of 2559808512 plus the low half.
+constexpr std::uint64_t kReadFromText = 0x7FFFFFFF00000000ULL;
+
+void readFromTextDigits(std::uint64_t magnitude, char16_t* out) {
+    static constexpr char16_t prefix[] = u"922337203";
+    std::copy_n(prefix, 9, out);
+    const std::uint64_t rest = 2559808512ULL + (magnitude - kReadFromText);  // below 10^10
+    const auto pair = static_cast<std::size_t>(rest / kPart) * 2;
+    out[9] = kDigitPairs[pair];
+    out[10] = kDigitPairs[pair + 1];
+    eightDigits(static_cast<std::uint32_t>(rest % kPart), out + 11);
+}
+
+// How many decimal digits a 64-bit magnitude has.
+int decimalLength(std::uint64_t magnitude) {
+    if (magnitude >= kReadFromText) return 19;
+    if (magnitude < kPart) return shortLength(static_cast<std::uint32_t>(magnitude));
+    const std::uint64_t high = magnitude / kPart;
+    if (high < kPart) return shortLength(static_cast<std::uint32_t>(high)) + 8;
+    return shortLength(static_cast<std::uint32_t>(high / kPart)) + 16;
+}
+
+// The decimal digits of a 64-bit magnitude, most significant first, `length` of them (decimalLength). The
+// number is cut into parts below 10^8, written independently (the components read from text have 19 digits).
+void decimalDigits(std::uint64_t magnitude, int length, char16_t* out) {
+    if (magnitude >= kReadFromText) return readFromTextDigits(magnitude, out);
+    if (length <= 8) return shortDigits(static_cast<std::uint32_t>(magnitude), length, out);
+    const std::uint64_t high = magnitude / kPart;
+    eightDigits(static_cast<std::uint32_t>(magnitude % kPart), out + length - 8);
+    if (length <= 16) return shortDigits(static_cast<std::uint32_t>(high), length - 8, out);
+    eightDigits(static_cast<std::uint32_t>(high % kPart), out + length - 16);
+    shortDigits(static_cast<std::uint32_t>(high / kPart), length - 16, out);
 }
 
 // Builds the written text in a fixed buffer, long enough for six 20-character numbers and the separators.
@@ -243,13 +265,12 @@ class Writer {
     void number(std::int64_t value, int width) {
         const std::uint64_t magnitude =
             value < 0 ? 0 - static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value);
-        char16_t digits[20];
-        const int count = decimalDigits(magnitude, digits);
+        const int length = decimalLength(magnitude);
         if (value < 0) put(u'-');
-        for (int pad = width - count - (value < 0 ? 1 : 0); pad > 0; --pad)
+        for (int pad = width - length - (value < 0 ? 1 : 0); pad > 0; --pad)
             put(u'0');
-        std::copy_n(digits, count, units_ + size_);
-        size_ += static_cast<std::size_t>(count);
+        decimalDigits(magnitude, length, units_ + size_);
+        size_ += static_cast<std::size_t>(length);
     }
 
     // "Z", "+hh:mm" / "-hh:mm" (hours mod 24), or "-00:00" for an unknown offset.
