@@ -24,7 +24,7 @@ void useZone(const char* name) {
 }
 
 // English in UTC unless a test says otherwise; "now" is whatever a test installs.
-class FixedSetting : public ::testing::Test {
+class DateFormats : public ::testing::Test {
   protected:
     void SetUp() override {
         UErrorCode status = U_ZERO_ERROR;
@@ -34,7 +34,7 @@ class FixedSetting : public ::testing::Test {
     void TearDown() override { Date::setClock({}); }
 };
 
-TEST_F(FixedSetting, YearOfCommonEraIsZeroUntilTheSharedCalendarExists) {
+TEST_F(DateFormats, YearOfCommonEraIsZeroUntilTheSharedCalendarExists) {
     // The death-test child re-runs this test alone, in a fresh process where nothing has made the calendar.
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     const Date leapDay = at(1204243200);  // 2008-02-29T00:00:00Z
@@ -48,7 +48,7 @@ TEST_F(FixedSetting, YearOfCommonEraIsZeroUntilTheSharedCalendarExists) {
         ::testing::ExitedWithCode(0), "");
 }
 
-TEST_F(FixedSetting, FieldsAreReadInUtcWhateverTheLocalZone) {
+TEST_F(DateFormats, FieldsAreReadInUtcWhateverTheLocalZone) {
     struct Case {
         double instant;
         int day, month, year;
@@ -69,7 +69,7 @@ TEST_F(FixedSetting, FieldsAreReadInUtcWhateverTheLocalZone) {
     EXPECT_EQ(BVNSDate::gmtGregorianCalendar(), BVNSDate::gmtGregorianCalendar());
 }
 
-TEST_F(FixedSetting, DaysSinceNowCountsWholeDaysTowardZeroThroughAFloat) {
+TEST_F(DateFormats, DaysSinceNowCountsWholeDaysTowardZeroThroughAFloat) {
     const Date now = at(1'800'000'000);
     Date::setClock([now] { return now; });
     struct Case {
@@ -88,7 +88,7 @@ TEST_F(FixedSetting, DaysSinceNowCountsWholeDaysTowardZeroThroughAFloat) {
     }
 }
 
-TEST_F(FixedSetting, UsEnglishFormattersKeepTheirFixedFormats) {
+TEST_F(DateFormats, UsEnglishFormattersKeepTheirFixedFormats) {
     struct Case {
         double instant;
         const char* dateTime;
@@ -113,7 +113,7 @@ TEST_F(FixedSetting, UsEnglishFormattersKeepTheirFixedFormats) {
     }
 }
 
-TEST_F(FixedSetting, LegacyPercentCodesBecomeUnicodePatterns) {
+TEST_F(DateFormats, LegacyPercentCodesBecomeUnicodePatterns) {
     struct Case {
         const char* legacy;
         const char* pattern;
@@ -136,7 +136,7 @@ TEST_F(FixedSetting, LegacyPercentCodesBecomeUnicodePatterns) {
     EXPECT_EQ(literal.stringFromDate(at(3600 * 7)).toUtf8(), "07 o'clock, 100%");
 }
 
-TEST_F(FixedSetting, DateStylesFollowTheLocaleAndZone) {
+TEST_F(DateFormats, DateStylesFollowTheLocaleAndZone) {
     const Date late = at(1199318399);  // 2008-01-02T23:59:59Z
     EXPECT_EQ(BVNSDate::shortDateString(late).toUtf8(), "1/2/08");
     EXPECT_EQ(BVNSDate::mediumDateString(late).toUtf8(), "Jan 2, 2008");
@@ -151,7 +151,7 @@ TEST_F(FixedSetting, DateStylesFollowTheLocaleAndZone) {
     EXPECT_EQ(BVNSDate::longDateString(late).toUtf8(), "3 janvier 2008");
 }
 
-TEST_F(FixedSetting, TimestampsOfTheCurrentMoment) {
+TEST_F(DateFormats, TimestampsOfTheCurrentMoment) {
     Date::setClock([] { return at(1794806130.25); });  // 2026-11-16T05:15:30.250Z
     EXPECT_EQ(bv::BVNSCalendarDate::timestamp().toUtf8(), "11/16/26 05:15:30.250");
     EXPECT_EQ(bv::BVNSCalendarDate::timestampWithoutSpace().toUtf8(), "16Nov2026_051530");
