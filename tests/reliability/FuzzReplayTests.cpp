@@ -25,6 +25,7 @@
 #include "fuzz/harness/PlatformBase64.hpp"
 #include "fuzz/harness/PropertyListReading.hpp"
 #include "fuzz/harness/SettingsLoader.hpp"
+#include "fuzz/harness/Rfc3339.hpp"
 #include "fuzz/harness/TextUtf8.hpp"
 #include "fuzz/harness/WindowsPaths.hpp"
 #include "fuzz/harness/XmlDocument.hpp"
@@ -56,6 +57,7 @@ const Target kTargets[] = {
     {"platform_base64", bv::fuzz::platformBase64},
     {"property_list", bv::fuzz::propertyListReading},
     {"settings_loader", bv::fuzz::settingsLoader},
+    {"rfc3339", bv::fuzz::rfc3339},
     {"text_utf8", bv::fuzz::textUtf8},
     {"windows_paths", bv::fuzz::windowsPaths},
     {"xml_document", bv::fuzz::xmlDocument},

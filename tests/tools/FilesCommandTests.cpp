@@ -110,6 +110,6 @@ TEST_F(FilesCommands, PathsConvertsEachLineInOrder) {
     EXPECT_EQ(usage.exitCode, 2);
     ToolRun missing = run("brevant paths --from-windows nothing.txt");
     EXPECT_EQ(missing.exitCode, 1);
-    EXPECT_EQ(missing.errors, "brevant: nothing.txt: No such file or directory\n");
+    EXPECT_EQ(missing.errors, "brevant: nothing.txt: no such file\n");
     EXPECT_EQ(run("printf 'a\\0b\\n' | brevant paths --from-windows -").exitCode, 1);
 }
