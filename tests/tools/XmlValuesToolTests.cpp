@@ -86,7 +86,7 @@ TEST(BrevantXmlValues, StreamsFromPipesAndFifosAndEscapesControlCharacters) {
     Scratch scratch;
     // U+009B opens a terminal command like ESC [ does; DEL and carriage return are controls too.
     const std::string xml = "<r><a>x&#x9B;2J&#x7F;&#13;</a><b>caf\xC3\xA9</b></r>";
-    const std::string expected = "a\tx\\u009b2J\\u007f\\r\nb\tcaf\xC3\xA9\n";
+    const std::string expected = "a\tx\\u009B2J\\u007F\\r\nb\tcaf\xC3\xA9\n";
     const std::string file = scratch.write("doc.xml", xml);
     ASSERT_EQ(::mkfifo((scratch.root / "fifo").c_str(), 0600), 0);
     const std::string fifo = (scratch.root / "fifo").string();

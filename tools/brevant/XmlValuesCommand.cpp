@@ -28,48 +28,16 @@ namespace brevant {
 
 namespace {
 
-void appendEscaped(std::string& out, unsigned char c) {
-    switch (c) {
-        case '\\':
-            out += "\\\\";
-            return;
-        case '\t':
-            out += "\\t";
-            return;
-        case '\n':
-            out += "\\n";
-            return;
-        case '\r':
-            out += "\\r";
-            return;
-        case 0x1B:
-            out += "\\e";
-            return;
-        default: {
-            char code[8];
-            std::snprintf(code, sizeof code, "\\u%04x", c);
-            out += code;
-        }
-    }
-}
-
-// The value with control characters (C0, DEL and the C1 controls U+0080 to U+009F) written as escapes.
+// The value on one line: backslashes doubled, so that a line reads back unambiguously, then every control
+// character (C0, DEL and the C1 controls) written as an escape.
 std::string escaped(const std::string& value) {
-    std::string out;
-    out.reserve(value.size());
-    for (std::size_t at = 0; at < value.size(); ++at) {
-        auto c = static_cast<unsigned char>(value[at]);
-        auto next = at + 1 < value.size() ? static_cast<unsigned char>(value[at + 1]) : 0;
-        if (c == 0xC2 && next >= 0x80 && next <= 0x9F) {  // a C1 control, two bytes in UTF-8
-            appendEscaped(out, next);
-            ++at;
-        } else if (c < 0x20 || c == 0x7F || c == '\\') {
-            appendEscaped(out, c);
-        } else {
-            out += static_cast<char>(c);
-        }
+    std::string doubled;
+    doubled.reserve(value.size());
+    for (char c : value) {
+        doubled += c;
+        if (c == '\\') doubled += c;
     }
-    return out;
+    return escapeControlCharacters(doubled);
 }
 
 // The collecting parser, drawing the progress bar as the file is read.
