@@ -1,30 +1,18 @@
 // The brevant tool run as a person runs it: exact output, JSON documents and exit codes on fixture files.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
-#include <sstream>
 #include <string>
+
+#include "support/ToolRun.hpp"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-struct ToolRun {
-    int status = -1;
-    std::string out;
-    std::string err;
-};
-
-std::string slurp(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::ostringstream buffer;
-    buffer << file.rdbuf();
-    return buffer.str();
-}
+using bvtest::ToolRun;
 
 std::string fixture(const std::string& name) {
     return std::string(BV_TEST_DATA_DIR) + "/tool/" + name;
@@ -33,18 +21,8 @@ std::string fixture(const std::string& name) {
 // Runs brevant with the arguments (already shell-quoted where needed) and a fixed output width.
 ToolRun brevant(const std::string& arguments, const std::string& input = "",
                 const std::string& environment = "") {
-    static const fs::path scratch =
-        fs::temp_directory_path() / ("brevant-tool-tests-" + std::to_string(getpid()));
-    fs::create_directories(scratch);
-    std::string redirectIn = "< /dev/null";
-    if (!input.empty()) {
-        std::ofstream(scratch / "stdin", std::ios::binary) << input;
-        redirectIn = "< '" + (scratch / "stdin").string() + "'";
-    }
-    std::string command = environment + "COLUMNS=80 '" BV_BREVANT_PATH "' " + arguments + " " + redirectIn +
-                          " > '" + (scratch / "out").string() + "' 2> '" + (scratch / "err").string() + "'";
-    int raw = std::system(command.c_str());
-    return ToolRun{WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, slurp(scratch / "out"), slurp(scratch / "err")};
+    static const bvtest::ScratchFolder scratch("brevant-tool-tests");
+    return scratch.run(environment + "COLUMNS=80 brevant " + arguments, input);
 }
 
 TEST(BrevantTally, CountsTrimmedLinesAndRanksTiesInFirstSeenOrder) {
@@ -166,17 +144,12 @@ TEST(BrevantTool, UsageErrorsExitTwo) {
 }
 
 TEST(BrevantTool, ClosedPipeEndsQuietly) {
-    const fs::path scratch = fs::temp_directory_path() / ("brevant-pipe-test-" + std::to_string(getpid()));
-    fs::create_directories(scratch);
-    std::string script = "seq 1 50000 | '" BV_BREVANT_PATH "' tally - 2> '" + (scratch / "err").string() +
-                         "' | head -1 > '" + (scratch / "out").string() + "'; echo \\${PIPESTATUS[1]} > '" +
-                         (scratch / "status").string() + "'";
-    std::string command = "bash -c \"" + script + "\"";
-    ASSERT_EQ(std::system(command.c_str()), 0);
-    EXPECT_EQ(slurp(scratch / "out"), "50000 answers, 50000 distinct\n");
-    EXPECT_EQ(slurp(scratch / "err"), "");
-    EXPECT_EQ(slurp(scratch / "status"), "0\n");
-    fs::remove_all(scratch);
+    const bvtest::ScratchFolder scratch("brevant-pipe-test");
+    const ToolRun run = scratch.run(
+        "seq 1 50000 | brevant tally - 2> '" + (scratch.root() / "err").string() + "' | head -1", "", 1);
+    EXPECT_EQ(run.out, "50000 answers, 50000 distinct\n");
+    EXPECT_EQ(scratch.read("err"), "");
+    EXPECT_EQ(run.status, 0);
 }
 
 TEST(BrevantDemo, RunsTheMainRoadsAndLeavesNothingBehind) {

@@ -1,55 +1,22 @@
 // brevant date run as a person runs it: what it prints for RFC 3339 texts, its JSON, --now, exit codes.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <nlohmann/json.hpp>
 #include <regex>
 #include <string>
 
+#include "support/ToolRun.hpp"
+
 namespace {
 
-struct ToolRun {
-    int status = -1;
-    std::string out;
-    std::string err;
-};
+using bvtest::ToolRun;
 
-// Runs "brevant date ARGUMENTS" in UTC through the shell, with `input` on standard input.
-ToolRun date(const std::string& arguments, const std::string& input = "") {
-#ifndef BV_BREVANT_PATH
-    (void)arguments, (void)input;
-    return {};
-#else
-    const std::filesystem::path scratch =
-        std::filesystem::temp_directory_path() / ("brevant-date-tests-" + std::to_string(::getpid()));
-    std::filesystem::create_directories(scratch);
-    std::ofstream(scratch / "in", std::ios::binary) << input;
-    const std::string command = "TZ=UTC LANG=en_US.UTF-8 '" BV_BREVANT_PATH "' date " + arguments + " <'" +
-                                (scratch / "in").string() + "' 2>'" + (scratch / "err").string() + "'";
-    ToolRun run;
-    FILE* pipe = ::popen(command.c_str(), "r");
-    char buffer[4096];
-    while (std::size_t got = std::fread(buffer, 1, sizeof buffer, pipe))
-        run.out.append(buffer, got);
-    const int raw = ::pclose(pipe);
-    run.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
-    std::ifstream err(scratch / "err", std::ios::binary);
-    run.err.assign(std::istreambuf_iterator<char>(err), {});
-    std::filesystem::remove_all(scratch);
-    return run;
-#endif
-}
-
-class DateCommand : public ::testing::Test {
-    void SetUp() override {
-#ifndef BV_BREVANT_PATH
-        GTEST_SKIP() << "the brevant tool is not built";
-#endif
+class DateCommand : public bvtest::ToolTest {
+  protected:
+    // Runs "brevant date ARGUMENTS" in UTC through the shell, with `input` on standard input.
+    ToolRun date(const std::string& arguments, const std::string& input = "") const {
+        return scratch_.run("TZ=UTC LANG=en_US.UTF-8 brevant date " + arguments, input);
     }
 };
 

@@ -3,56 +3,24 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 
 #include <chrono>
-#include <cstdio>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <thread>
 
 #include "files/SuiteFolders.hpp"
 #include "support/PrivateBus.hpp"
+#include "support/ToolRun.hpp"
 
 namespace {
 
-struct ToolRun {
-    std::string output;
-    std::string errors;
-    int exitCode = -1;
-};
+using bvtest::ToolRun;
 
-class SettingsTool : public ::testing::Test {
+class SettingsTool : public bvtest::ToolTest {
   protected:
-    void SetUp() override {
-#ifndef BV_BREVANT_PATH
-        GTEST_SKIP() << "the brevant tool is not built";
-#endif
-    }
-
     // Runs "brevant ARGUMENTS" through the shell, without a controlling terminal.
     [[nodiscard]] ToolRun run(const std::string& arguments, const std::string& input = "") const {
-        ToolRun result;
-        const std::string errors = folders_.root() + "/stderr.txt";
-        const std::string command =
-            "printf '%s' '" + input + "' | setsid " + brevant() + " " + arguments + " 2>'" + errors + "'";
-        FILE* pipe = popen(command.c_str(), "r");
-        char buffer[4096];
-        while (std::size_t got = std::fread(buffer, 1, sizeof buffer, pipe))
-            result.output.append(buffer, got);
-        const int status = pclose(pipe);
-        result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-        result.errors = bvtest::SuiteFolders::read(errors);
-        return result;
-    }
-
-    static std::string brevant() {
-#ifdef BV_BREVANT_PATH
-        return BV_BREVANT_PATH;
-#else
-        return "";
-#endif
+        return scratch_.run("setsid \"$BREVANT\" " + arguments, input);
     }
 
     bvtest::PrivateBus bus_;
@@ -62,25 +30,24 @@ class SettingsTool : public ::testing::Test {
 }  // namespace
 
 TEST_F(SettingsTool, SettingsShowGetSetPathAndTheirErrors) {
-    EXPECT_EQ(run("settings path").exitCode, 1);  // no Support Files installed
-    EXPECT_EQ(run("settings set State x").exitCode, 1);
+    EXPECT_EQ(run("settings path").status, 1);  // no Support Files installed
+    EXPECT_EQ(run("settings set State x").status, 1);
     (void)folders_.makeSupportFiles();
-    EXPECT_EQ(run("settings path").output,
-              folders_.localBrevant() + "/Support Files/Settings/Settings.xml\n");
-    EXPECT_EQ(run("settings set CollaborationWebServerPort 9000").exitCode, 0);
-    EXPECT_EQ(run("settings set State 'Room 4'").exitCode, 0);
-    EXPECT_EQ(run("settings get CollaborationWebServerPort").output, "9000\n");
-    EXPECT_EQ(run("settings get State --json").output, "\"Room 4\"\n");
+    EXPECT_EQ(run("settings path").out, folders_.localBrevant() + "/Support Files/Settings/Settings.xml\n");
+    EXPECT_EQ(run("settings set CollaborationWebServerPort 9000").status, 0);
+    EXPECT_EQ(run("settings set State 'Room 4'").status, 0);
+    EXPECT_EQ(run("settings get CollaborationWebServerPort").out, "9000\n");
+    EXPECT_EQ(run("settings get State --json").out, "\"Room 4\"\n");
     EXPECT_EQ(
-        run("settings").output,
+        run("settings").out,
         "Version: 1.0\nState: Room 4\nPreferCommonCoreStandards: false\nCollaborationWebServerPort: 9000\n"
         "CollaborationCommunicationPort: 8081\n");
     for (const char* wrong :
          {"settings set CollaborationWebServerPort 70000", "settings set Version 2.0",
           "settings set PreferCommonCoreStandards yes", "settings get Colour", "settings get"}) {
         const ToolRun bad = run(wrong);
-        EXPECT_EQ(bad.exitCode, 2) << wrong;
-        EXPECT_EQ(bad.errors.rfind("brevant: settings: ", 0), 0u) << bad.errors;
+        EXPECT_EQ(bad.status, 2) << wrong;
+        EXPECT_EQ(bad.err.rfind("brevant: settings: ", 0), 0u) << bad.err;
     }
 }
 
@@ -90,12 +57,12 @@ TEST_F(SettingsTool, WatchShowsASaveMadeByAnotherProcess) {
     const pid_t watcher = fork();
     if (watcher == 0) {
         freopen(out.c_str(), "w", stdout);
-        execl(brevant().c_str(), "brevant", "settings", "watch", static_cast<char*>(nullptr));
+        execl(bvtest::brevantPath().c_str(), "brevant", "settings", "watch", static_cast<char*>(nullptr));
         _exit(127);
     }
     // The watcher's match may not be in place yet: save until it reports, a bounded number of times.
     for (int attempt = 0; attempt < 100 && bvtest::SuiteFolders::read(out).empty(); ++attempt) {
-        ASSERT_EQ(run("settings set CollaborationCommunicationPort 7000").exitCode, 0);
+        ASSERT_EQ(run("settings set CollaborationCommunicationPort 7000").status, 0);
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
     }
     kill(watcher, SIGTERM);
@@ -106,17 +73,17 @@ TEST_F(SettingsTool, WatchShowsASaveMadeByAnotherProcess) {
 
 TEST_F(SettingsTool, CredentialsSaveCheckShowRemove) {
     const ToolRun noTerminal = run("credentials save --username Ann");
-    EXPECT_EQ(noTerminal.exitCode, 2);
-    EXPECT_NE(noTerminal.errors.find("--password-stdin"), std::string::npos);
-    EXPECT_EQ(run("credentials show").exitCode, 1);
-    EXPECT_EQ(run("credentials save --username Ann --password-stdin", "Pa55 word\n").exitCode, 0);
-    EXPECT_EQ(run("credentials show").output, "Username: Ann\n");
-    EXPECT_EQ(run("credentials show --show-password --json").output,
+    EXPECT_EQ(noTerminal.status, 2);
+    EXPECT_NE(noTerminal.err.find("--password-stdin"), std::string::npos);
+    EXPECT_EQ(run("credentials show").status, 1);
+    EXPECT_EQ(run("credentials save --username Ann --password-stdin", "Pa55 word\n").status, 0);
+    EXPECT_EQ(run("credentials show").out, "Username: Ann\n");
+    EXPECT_EQ(run("credentials show --show-password --json").out,
               "{\"username\":\"Ann\",\"password\":\"Pa55 word\"}\n");
-    EXPECT_EQ(run("credentials check --username ANN --password-stdin", "Pa55 word").exitCode, 0);
-    EXPECT_EQ(run("credentials check --username Ann --password-stdin", "pa55 word").exitCode, 1);
-    EXPECT_EQ(run("credentials remove").exitCode, 0);
-    EXPECT_EQ(run("credentials check --username Ann --password-stdin", "Pa55 word").exitCode, 1);
+    EXPECT_EQ(run("credentials check --username ANN --password-stdin", "Pa55 word").status, 0);
+    EXPECT_EQ(run("credentials check --username Ann --password-stdin", "pa55 word").status, 1);
+    EXPECT_EQ(run("credentials remove").status, 0);
+    EXPECT_EQ(run("credentials check --username Ann --password-stdin", "Pa55 word").status, 1);
 }
 
 TEST_F(SettingsTool, DoctorReportsEachProblemWithAFix) {
@@ -124,10 +91,10 @@ TEST_F(SettingsTool, DoctorReportsEachProblemWithAFix) {
     const std::string credentials = folders_.user() + "/Brevant/credentials.xml";
     ::chmod(credentials.c_str(), 0644);
     const ToolRun sick = run("doctor");
-    EXPECT_EQ(sick.exitCode, 1);
-    EXPECT_NE(sick.output.find("PROBLEM  Stored credentials"), std::string::npos) << sick.output;
-    EXPECT_NE(sick.output.find("fix: chmod 600 '" + credentials + "'"), std::string::npos);
-    EXPECT_NE(sick.output.find("PROBLEM  Support Files"), std::string::npos);
+    EXPECT_EQ(sick.status, 1);
+    EXPECT_NE(sick.out.find("PROBLEM  Stored credentials"), std::string::npos) << sick.out;
+    EXPECT_NE(sick.out.find("fix: chmod 600 '" + credentials + "'"), std::string::npos);
+    EXPECT_NE(sick.out.find("PROBLEM  Support Files"), std::string::npos);
 
     const std::string support = folders_.makeSupportFiles();
     for (const char* folder : {"Languages", "Games", "ZRP"})
@@ -138,6 +105,6 @@ TEST_F(SettingsTool, DoctorReportsEachProblemWithAFix) {
         ::chmod(folder.c_str(), 0777);
     ::chmod(credentials.c_str(), 0600);
     const ToolRun healthy = run("doctor --json");
-    EXPECT_EQ(healthy.exitCode, 0) << healthy.output;
-    EXPECT_NE(healthy.output.find("\"problems\": 0"), std::string::npos);
+    EXPECT_EQ(healthy.status, 0) << healthy.out;
+    EXPECT_NE(healthy.out.find("\"problems\": 0"), std::string::npos);
 }

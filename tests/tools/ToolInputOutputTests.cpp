@@ -3,15 +3,14 @@
 // streaming coders checked byte for byte against the library's whole-input coders.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <nlohmann/json.hpp>
 #include <random>
 #include <string>
 #include <vector>
+
+#include "support/ToolRun.hpp"
 
 #include "BrevantCocoaExtensions/text/BVNSData.hpp"
 #include "BrevantCocoaExtensions/text/Base64Encoding.hpp"
@@ -20,49 +19,19 @@ namespace fs = std::filesystem;
 
 namespace {
 
-struct ToolRun {
-    std::string out;
-    std::string err;
-    int status = -1;
-};
+using bvtest::ToolRun;
 
-class ToolInputOutput : public ::testing::Test {
+class ToolInputOutput : public bvtest::ToolTest {
   protected:
-    void SetUp() override {
-#ifndef BV_BREVANT_PATH
-        GTEST_SKIP() << "the brevant tool is not built";
-#else
-        brevant_ = BV_BREVANT_PATH;
-#endif
-        std::string pattern = (fs::temp_directory_path() / "brevant-io-XXXXXX").string();
-        folder_ = ::mkdtemp(pattern.data());
-    }
-    void TearDown() override {
-        if (!folder_.empty()) fs::remove_all(folder_);
-    }
-
     std::string write(const std::string& name, const std::string& bytes) const {
-        std::ofstream((folder_ / name), std::ios::binary) << bytes;
-        return (folder_ / name).string();
+        return scratch_.write(name, bytes);
     }
-    std::string read(const std::string& name) const {
-        std::ifstream in(folder_ / name, std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
+    std::string read(const std::string& name) const { return scratch_.read(name); }
+    // Runs a bash command line in the folder; "brevant" in it is the tool. The exit status is the
+    // pipeline's first command's, so "brevant ... | head -1" reports brevant's.
+    ToolRun shell(const std::string& line) const { return scratch_.run(line, "", 0); }
 
-    // Runs a bash command line in the folder; "brevant" in it is the tool. The tool's exit status is
-    // the pipeline's first command's (PIPESTATUS[0]), so "brevant ... | head -1" reports brevant's.
-    ToolRun shell(const std::string& line) const {
-        const std::string script = "cd '" + folder_.string() + "' && brevant() { '" + brevant_ +
-                                   "' \"$@\"; }; { " + line +
-                                   "; echo ${PIPESTATUS[0]} > status; } > out 2> err";
-        std::ofstream(folder_ / "script.sh") << script;
-        std::system(("bash '" + (folder_ / "script.sh").string() + "'").c_str());
-        return {read("out"), read("err"), std::stoi("0" + read("status"))};
-    }
-
-    std::string brevant_;
-    fs::path folder_;
+    const fs::path& folder_ = scratch_.root();
 };
 
 TEST_F(ToolInputOutput, BlankLineEndingTheDataEarlyIsReportedUnlessAskedFor) {

@@ -2,50 +2,28 @@
 // input, pipes and FIFOs are streams, control characters never reach the terminal, writes are checked.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <tuple>
+
+#include "support/ToolRun.hpp"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-struct ToolRun {
-    int status = -1;
-    std::string out;
-    std::string err;
-};
+using bvtest::ToolRun;
 
 // A folder of its own under the temporary folder, removed with the object.
-struct Scratch {
-    const fs::path root = fs::temp_directory_path() / ("brevant-xml-values-" + std::to_string(::getpid()));
-    Scratch() { fs::create_directories(root / "quiz"); }
-    ~Scratch() { fs::remove_all(root); }
-
-    [[nodiscard]] std::string write(const std::string& name, const std::string& contents) const {
-        std::ofstream(root / name, std::ios::binary) << contents;
-        return (root / name).string();
+struct Scratch : bvtest::ScratchFolder {
+    Scratch() : bvtest::ScratchFolder("brevant-xml-values") {
+        std::filesystem::create_directories(root() / "quiz");
     }
-    [[nodiscard]] std::string read(const std::string& name) const {
-        std::ostringstream buffer;
-        buffer << std::ifstream(root / name, std::ios::binary).rdbuf();
-        return buffer.str();
-    }
-    // Runs a shell pipeline in which BREVANT stands for the tool; standard error and the exit status of
+    // Runs a shell pipeline in which "brevant" stands for the tool; standard error and the exit status of
     // the tool (the pipeline's first command unless `statusOf` says otherwise) are kept.
     ToolRun run(const std::string& pipeline, int statusOf = 0) const {
-        std::string script = "B='" BV_BREVANT_PATH "'; exec 2> '" + (root / "err").string() + "'; { " +
-                             pipeline + "; echo ${PIPESTATUS[" + std::to_string(statusOf) + "]} > '" +
-                             (root / "status").string() + "'; } > '" + (root / "out").string() + "'";
-        std::ofstream(root / "script.sh") << script;
-        EXPECT_EQ(std::system(("bash '" + (root / "script.sh").string() + "'").c_str()), 0);
-        return ToolRun{std::stoi(read("status")), read("out"), read("err")};
+        return bvtest::ScratchFolder::run(pipeline, "", statusOf);
     }
 };
 
@@ -69,14 +47,14 @@ TEST(BrevantXmlValues, RefusedEntitiesAndAmplificationsAreErrorsNamingTheFile) {
     for (const auto& [declarations, reason] : cases) {
         const std::string file =
             scratch.write("quiz/q.xml", "<!DOCTYPE r [" + declarations + "]><r><a>1</a><b>&s;</b></r>");
-        ToolRun run = scratch.run("\"$B\" xml-values '" + file + "' a b");
+        ToolRun run = scratch.run("brevant xml-values '" + file + "' a b");
         EXPECT_EQ(run.status, 1) << declarations.substr(0, 80);
         EXPECT_EQ(run.out, declarations.find('%') == std::string::npos ? "a\t1\n" : "")  // what came before
             << declarations.substr(0, 80);
         EXPECT_EQ(run.err.rfind("brevant: " + file + ": Line 1, column ", 0), 0u) << run.err;
         EXPECT_NE(run.err.find(reason), std::string::npos) << run.err;
         // From standard input the document has no folder: no external entity loads at all.
-        run = scratch.run("\"$B\" xml-values - a b < '" + file + "'");
+        run = scratch.run("brevant xml-values - a b < '" + file + "'");
         EXPECT_EQ(run.status, 1);
         EXPECT_EQ(run.err.rfind("brevant: standard input: ", 0), 0u) << run.err;
     }
@@ -88,13 +66,13 @@ TEST(BrevantXmlValues, StreamsFromPipesAndFifosAndEscapesControlCharacters) {
     const std::string xml = "<r><a>x&#x9B;2J&#x7F;&#13;</a><b>caf\xC3\xA9</b></r>";
     const std::string expected = "a\tx\\u009B2J\\u007F\\r\nb\tcaf\xC3\xA9\n";
     const std::string file = scratch.write("doc.xml", xml);
-    ASSERT_EQ(::mkfifo((scratch.root / "fifo").c_str(), 0600), 0);
-    const std::string fifo = (scratch.root / "fifo").string();
+    ASSERT_EQ(::mkfifo((scratch.root() / "fifo").c_str(), 0600), 0);
+    const std::string fifo = (scratch.root() / "fifo").string();
     const std::string pipelines[] = {
-        "\"$B\" xml-values '" + file + "' a b",
-        "cat '" + file + "' | \"$B\" xml-values - a b",
-        "cat '" + file + "' | \"$B\" xml-values /dev/stdin a b",
-        "(cat '" + file + "' > '" + fifo + "' &) ; \"$B\" xml-values '" + fifo + "' a b",
+        "brevant xml-values '" + file + "' a b",
+        "cat '" + file + "' | brevant xml-values - a b",
+        "cat '" + file + "' | brevant xml-values /dev/stdin a b",
+        "(cat '" + file + "' > '" + fifo + "' &) ; brevant xml-values '" + fifo + "' a b",
     };
     for (const std::string& pipeline : pipelines) {
         ToolRun run = scratch.run(pipeline, pipeline.front() == 'c' ? 1 : 0);
@@ -106,10 +84,10 @@ TEST(BrevantXmlValues, StreamsFromPipesAndFifosAndEscapesControlCharacters) {
 TEST(BrevantXmlValues, WriteFailuresAreReportedAndClosedPipesAreQuiet) {
     Scratch scratch;
     const std::string file = scratch.write("doc.xml", "<r><a>" + std::string(1 << 20, 'v') + "</a></r>");
-    ToolRun full = scratch.run("\"$B\" xml-values '" + file + "' a > /dev/full");
+    ToolRun full = scratch.run("brevant xml-values '" + file + "' a > /dev/full");
     EXPECT_EQ(full.status, 1);
     EXPECT_EQ(full.err, "brevant: write error: No space left on device\n");
-    ToolRun closed = scratch.run("\"$B\" xml-values '" + file + "' a | head -c 1");
+    ToolRun closed = scratch.run("brevant xml-values '" + file + "' a | head -c 1");
     EXPECT_EQ(closed.status, 0);
     EXPECT_EQ(closed.err, "");
     EXPECT_EQ(closed.out, "a");
