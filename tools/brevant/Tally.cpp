@@ -399,12 +399,60 @@ bool tallyAnswers(const TallyOptions& options, TallyResult* result, std::string*
     return true;
 }
 
+namespace {
+
+// The rows that set the table's columns and bar scale for all rows: the widest answer, the largest count
+// and the count with the most digits.
+std::vector<ChartRow> widthSetters(const std::vector<ChartRow>& rows) {
+    ChartRow widest{"", "", 0}, longest{"", "", 0};
+    int widestWidth = -1;
+    for (const ChartRow& row : rows) {
+        if (const int width = displayWidth(escapeControlCharacters(row.answer)); width > widestWidth) {
+            widestWidth = width;
+            widest.answer = row.answer;
+        }
+        widest.count = std::max(widest.count, row.count);
+        if (std::to_string(row.count).size() > std::to_string(longest.count).size())
+            longest.count = row.count;
+    }
+    return {widest, longest};
+}
+
+// Appends the ranked table to `out` a slice of rows at a time, so that a long ranking never holds a
+// second copy of every answer: each slice is rendered with the width-setting rows, whose lines (and every
+// header after the first) are then dropped.
+void appendRankedTable(const std::vector<ChartRow>& rows, std::int64_t total, int width, bool withBars,
+                       std::string& out) {
+    constexpr std::size_t kSlice = 4096;
+    if (rows.size() <= kSlice) {
+        out += renderRankedTable(rows, total, width, withBars);
+        return;
+    }
+    const std::vector<ChartRow> setters = widthSetters(rows);
+    std::vector<ChartRow> slice;
+    for (std::size_t start = 0; start < rows.size(); start += kSlice) {
+        const std::size_t end = std::min(rows.size(), start + kSlice);
+        slice.assign(rows.begin() + static_cast<std::ptrdiff_t>(start),
+                     rows.begin() + static_cast<std::ptrdiff_t>(end));
+        slice.insert(slice.end(), setters.begin(), setters.end());
+        const std::string part = renderRankedTable(slice, total, width, withBars);
+        std::size_t cut = part.size() - 1;
+        for (std::size_t i = 0; i < setters.size(); ++i)
+            cut = part.rfind('\n', cut - 1);
+        const std::size_t from = start == 0 ? 0 : part.find('\n') + 1;
+        if (start == 0) out.reserve(out.size() + (cut + 1) * (rows.size() / kSlice + 1));
+        out.append(part, from, cut + 1 - from);
+    }
+}
+
+}  // namespace
+
 std::string renderTallyText(const TallyResult& result, const TallyOptions& options, int width) {
     std::string out = std::to_string(result.total) + (result.total == 1 ? " answer, " : " answers, ") +
                       std::to_string(result.distinct) + " distinct" +
                       (options.ignoreCase ? " (ignoring case)" : "") + "\n";
     if (result.distinct == 0) return out;
-    out += renderRankedTable(result.rows, static_cast<std::int64_t>(result.total), width, !options.noChart);
+    appendRankedTable(result.rows, static_cast<std::int64_t>(result.total), width, !options.noChart, out);
     const std::vector<std::string>& texts = result.modes;
     std::string joined;
     for (const std::string& text : texts)
