@@ -25,14 +25,19 @@ struct TallyOptions {
 };
 
 struct TallyResult {
-    bv::ValueCountedSet answers;  // each distinct answer with its count, in first-added order
     std::uint64_t total = 0;
-    std::vector<ChartRow> rows;  // the popularity ranking, with the "other" aggregate last when folded
+    std::size_t distinct = 0;
+    std::vector<std::string> modes;  // the most frequent answers, in first-added order
+    std::int64_t modeCount = 0;      // the count of each mode, and their share of all answers in percent,
+    std::int64_t modePercent = 0;    // in the 32-bit arithmetic of the counted-set statistics
+    std::vector<ChartRow> rows;      // the popularity ranking, with the "other" aggregate last when folded
     std::vector<bool> isOther;
     CsvReadReport csv;  // with a column: the malformed lines skipped and the lines left after a blank line
 };
 
-// Counts and ranks the answers; false with a one-line message naming the file when they cannot be read.
+// Counts and ranks the answers (exact plain answers straight from the packed first-stage table, the others
+// through the library's counted strings and counted set, with the same results); false with a one-line
+// message naming the file when they cannot be read.
 bool tallyAnswers(const TallyOptions& options, TallyResult* result, std::string* error);
 
 // The result as text: a totals line, the ranked table (with bars unless noChart) and the modes line.
