@@ -2,30 +2,13 @@
 // to the library's counted strings and counted set (BREVANT_TALLY_THROUGH_LIBRARY=1) byte for byte, on
 // generated answers with many ties, mixed case, padding, blank lines and rank cuts.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <array>
-#include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <random>
 #include <string>
 
+#include "support/ToolRun.hpp"
+
 namespace {
-
-namespace fs = std::filesystem;
-
-// Runs the tool through the shell and returns its exit status and standard output.
-std::pair<int, std::string> run(const std::string& command) {
-    std::string out;
-    FILE* pipe = ::popen(command.c_str(), "r");
-    std::array<char, 4096> buffer{};
-    while (std::size_t got = std::fread(buffer.data(), 1, buffer.size(), pipe))
-        out.append(buffer.data(), got);
-    const int status = ::pclose(pipe);
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, out};
-}
 
 // Answers drawn from a small pool so that counts tie often: case variants, white space (ASCII and
 // not) around them, non-Latin letters, blank lines, and line ends with and without a return.
@@ -46,22 +29,23 @@ std::string generatedAnswers(unsigned seed) {
     return text;
 }
 
-TEST(TallyRanking, PackedRankingPrintsWhatTheLibraryComputes) {
-    const fs::path file = fs::temp_directory_path() / ("brevant-tally-" + std::to_string(::getpid()));
-    const std::string tool = BV_BREVANT_PATH;
+class TallyRanking : public bvtest::ToolTest {};
+
+TEST_F(TallyRanking, PackedRankingPrintsWhatTheLibraryComputes) {
     const char* const kOptions[] = {"",         "--no-chart",      "--json",        "--rank 0 --no-chart",
                                     "--rank 3", "--rank 2 --json", "--rank 100000", "--ignore-case --rank 2"};
     for (unsigned seed = 0; seed < 24; ++seed) {
-        std::ofstream(file, std::ios::binary) << generatedAnswers(seed);
+        scratch_.write("answers.txt", generatedAnswers(seed));
         for (const char* options : kOptions) {
-            const std::string command = std::string(options) + " '" + file.string() + "' 2>&1";
-            const auto packed = run("COLUMNS=70 '" + tool + "' tally " + command);
-            const auto library =
-                run("COLUMNS=70 BREVANT_TALLY_THROUGH_LIBRARY=1 '" + tool + "' tally " + command);
-            EXPECT_EQ(packed, library) << "seed " << seed << ", options " << options;
+            const std::string command = std::string("brevant tally ") + options + " answers.txt";
+            const bvtest::ToolRun packed = scratch_.run("COLUMNS=70 " + command);
+            const bvtest::ToolRun library =
+                scratch_.run("COLUMNS=70 BREVANT_TALLY_THROUGH_LIBRARY=1 " + command);
+            EXPECT_EQ(packed.out, library.out) << "seed " << seed << ", options " << options;
+            EXPECT_EQ(packed.err, library.err) << "seed " << seed << ", options " << options;
+            EXPECT_EQ(packed.status, library.status) << "seed " << seed << ", options " << options;
         }
     }
-    fs::remove(file);
 }
 
 }  // namespace
