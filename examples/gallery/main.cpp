@@ -1,9 +1,10 @@
-// brevant-gallery: the interface library at work on suite-like content: an outline of questions with
-// thumbnails, a pop-up of question types, a matrix of answer buttons, an answers menu, and a chart shown
-// tinted, blended, flipped and rotated.
+// brevant-gallery: the interface library at work on suite-like content, one tab a page. The "Lesson" page
+// holds an outline of questions with thumbnails, a pop-up of question types, a matrix of answer buttons,
+// an answers menu, and a chart shown tinted, blended, flipped and rotated; the other pages are listed in
+// Pages.hpp.
 //
-//   brevant-gallery                      shows the window
-//   brevant-gallery --screenshot FILE    draws the window into FILE (PNG) and exits
+//   brevant-gallery                                 shows the window
+//   brevant-gallery [--page NAME] --screenshot FILE draws the window, on that page, into FILE (PNG), exits
 #include <QApplication>
 #include <QComboBox>
 #include <QGroupBox>
@@ -12,11 +13,14 @@
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QPainter>
+#include <QTabWidget>
 #include <QTimer>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 #include <cstring>
 #include <iostream>
+
+#include "Pages.hpp"
 
 #include "BrevantCocoaExtensions/documents/BVNode.hpp"
 #include "BrevantCocoaExtensions/interface/BVNSBezierPath.hpp"
@@ -203,11 +207,14 @@ void buildAnswersMenu(QMainWindow& window) {
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
     const char* screenshot = nullptr;
+    QString page = QStringLiteral("Lesson");
     for (int index = 1; index < argc; ++index) {
         if (std::strcmp(argv[index], "--screenshot") == 0 && index + 1 < argc)
             screenshot = argv[++index];
+        else if (std::strcmp(argv[index], "--page") == 0 && index + 1 < argc)
+            page = QString::fromLocal8Bit(argv[++index]);
         else if (std::strcmp(argv[index], "--help") == 0) {
-            std::cout << "usage: brevant-gallery [--screenshot FILE]\n";
+            std::cout << "usage: brevant-gallery [--page NAME] [--screenshot FILE]\n";
             return 0;
         }
     }
@@ -216,7 +223,8 @@ int main(int argc, char** argv) {
     QMainWindow window;
     window.setWindowTitle(QStringLiteral("Brevant gallery"));
     buildAnswersMenu(window);
-    auto* central = new QWidget(&window);
+    auto* tabs = new QTabWidget(&window);
+    auto* central = new QWidget(tabs);
     auto* columns = new QHBoxLayout(central);
     const Lesson lesson = buildLesson();
     columns->addWidget(outlineView(lesson, central));
@@ -224,7 +232,12 @@ int main(int argc, char** argv) {
     right->addWidget(answerPanel(central));
     right->addWidget(picturePanel(central));
     columns->addLayout(right, 1);
-    window.setCentralWidget(central);
+    tabs->addTab(central, QStringLiteral("Lesson"));
+    for (const gallery::Page& extra : gallery::pages())
+        tabs->addTab(extra.make(tabs), extra.name);
+    for (int index = 0; index < tabs->count(); ++index)
+        if (tabs->tabText(index) == page) tabs->setCurrentIndex(index);
+    window.setCentralWidget(tabs);
     window.resize(1180, 560);
     window.show();
 
