@@ -86,6 +86,11 @@ int displayWidth(const std::string& utf8) {
     int width = 0;
     std::int32_t i = 0, length = static_cast<std::int32_t>(utf8.size());
     while (i < length) {
+        if (static_cast<unsigned char>(utf8[static_cast<std::size_t>(i)]) < 0x80) {  // one column each
+            ++width;
+            ++i;
+            continue;
+        }
         UChar32 c;
         U8_NEXT(utf8.data(), i, length, c);
         if (c < 0) {

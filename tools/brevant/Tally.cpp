@@ -43,8 +43,9 @@ class FirstSeenCounter {
 };
 
 // Distinct lines with their counts, in the order each was first seen. Each line's bytes are stored once,
-// packed in large blocks; the index is an open-addressing table of (hash, position) pairs, so a repeated
-// line costs one hash, usually one probe and one comparison, with no allocation.
+// packed in large blocks; the index is an open-addressing table whose slots hold the hash, the stored bytes
+// and the position, so a repeated line costs one hash, usually one probe and one comparison straight
+// against its bytes, with no allocation.
 class RawLineCounter {
   public:
     void add(std::string_view line, std::uint64_t occurrences = 1) {
@@ -53,12 +54,15 @@ class RawLineCounter {
         for (std::size_t slot = hash & mask_;; slot = (slot + 1) & mask_) {
             Slot& entry = slots_[slot];
             if (entry.position == kEmpty) {
-                entry = {hash, static_cast<std::uint32_t>(keys_.size())};
-                keys_.push_back(store(line));
+                const std::string_view stored = store(line);
+                entry = {hash, stored.data(),
+                         static_cast<std::uint32_t>(std::min<std::size_t>(stored.size(), kLongLine)),
+                         static_cast<std::uint32_t>(keys_.size())};
+                keys_.push_back(stored);
                 counts_.push_back(occurrences);
                 return;
             }
-            if (entry.hash == hash && keys_[entry.position] == line) {
+            if (entry.hash == hash && holds(entry, line)) {
                 counts_[entry.position] += occurrences;
                 return;
             }
@@ -70,10 +74,19 @@ class RawLineCounter {
 
   private:
     static constexpr std::uint32_t kEmpty = UINT32_MAX;
+    static constexpr std::uint32_t kLongLine = UINT32_MAX;  // a length that does not fit the slot
     struct Slot {
         std::uint64_t hash = 0;
+        const char* bytes = nullptr;
+        std::uint32_t length = 0;
         std::uint32_t position = kEmpty;
     };
+
+    // Whether the slot's line is this line; lines too long for the slot's length compare through keys_.
+    [[nodiscard]] bool holds(const Slot& entry, std::string_view line) const {
+        if (entry.length == kLongLine) return keys_[entry.position] == line;
+        return std::string_view(entry.bytes, entry.length) == line;
+    }
 
     void grow() {
         std::vector<Slot> old =
