@@ -43,7 +43,7 @@ TEST_F(Md5Uuid, Md5ReportsAnUnreadableFileAndGoesOn) {
     const ToolRun run = shell("brevant md5 missing folder a");
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(run.out, "0cc175b9c0f1b6a831c399e269772661  a\n");
-    EXPECT_EQ(run.err, "brevant: missing: No such file or directory\nbrevant: folder: Is a directory\n");
+    EXPECT_EQ(run.err, "brevant: missing: no such file\nbrevant: folder: Is a directory\n");
     EXPECT_EQ(shell("brevant md5 --bogus").status, 2);
 }
 

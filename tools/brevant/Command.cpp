@@ -99,6 +99,10 @@ void printError(const std::string& message) {
     std::fprintf(stderr, "brevant: %s\n", message.c_str());
 }
 
+std::string fileErrorText(int error) {
+    return error == ENOENT ? std::string("no such file") : std::string(std::strerror(error));
+}
+
 InputFile::~InputFile() {
     if (owned_ && descriptor_ >= 0) ::close(descriptor_);
 }
@@ -111,7 +115,7 @@ bool InputFile::open(const std::string& path, std::string* error) {
         descriptor_ = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
         owned_ = descriptor_ >= 0;
         if (descriptor_ < 0) {
-            *error = path + ": " + (errno == ENOENT ? std::string("no such file") : std::strerror(errno));
+            *error = path + ": " + fileErrorText(errno);
             return false;
         }
     }

@@ -64,6 +64,8 @@ int finishOutput(int exitCode);
 
 // Prints "brevant: MESSAGE" on standard error.
 void printError(const std::string& message);
+// How a failed open or read is told: "no such file" for a missing file, else the system's text.
+[[nodiscard]] std::string fileErrorText(int error);
 
 // A file, or standard input for "-", read in chunks of any size: regular files, pipes, FIFOs, devices.
 class InputFile {

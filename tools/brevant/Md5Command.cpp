@@ -76,7 +76,7 @@ int run(const Md5Options& options) {
     for (const std::string& file : options.files) {
         const auto digest = digestOfFile(file);
         if (!digest) {
-            printError(file + ": " + std::strerror(errno));
+            printError(file + ": " + fileErrorText(errno));
             exitCode = kExitFailure;
             continue;
         }

@@ -84,7 +84,7 @@ int run(const std::string& path, const std::vector<std::string>& names) {
         isStandardInput ? nullptr : std::fopen(path.c_str(), "rb"), &std::fclose);
     std::FILE* file = isStandardInput ? stdin : opened.get();
     if (file == nullptr) {
-        printError(path + ": " + std::strerror(errno));
+        printError(path + ": " + fileErrorText(errno));
         return kExitFailure;
     }
     struct stat status {};
