@@ -1,8 +1,7 @@
 // Tables, outlines and the image-and-text cell: columns by identifier in the order shown, number formats
-// and sort prototypes, sizing, context menus from a delegate or the standard menu, and the cell's geometry.
+// and sort prototypes, context menus from a delegate or the standard menu, and the cell's geometry.
 #include <gtest/gtest.h>
 
-#include <QHeaderView>
 #include <QPainter>
 #include <QPersistentModelIndex>
 #include <QStandardItemModel>
@@ -118,17 +117,6 @@ TEST(BVNSTableView, FormatsNumbersAndSortsByThePrototype) {
     EXPECT_THROW(BVNSTableView::createAndAddIfNeededTableColumnWithIdentifierColumnHeaderTitleAddNumberFormat(
                      table, Text("bad"), Text("Bad"), Text("0.0.0")),
                  InvalidArgumentException);
-}
-
-TEST(BVNSTableView, ResizesToFitRowsAndHeader) {
-    QTableView table;
-    BVNSTableView::createAndAddTableColumnWithIdentifierColumnHeaderTitle(table, Text("name"), Text("Name"));
-    const int header = table.horizontalHeader()->sizeHint().height();
-    const int row = table.verticalHeader()->defaultSectionSize();
-    for (const int rows : {0, 1, 7}) {
-        BVNSTableView::resizeToFitForRows(table, rows);
-        EXPECT_EQ(table.height(), rows * row + header + 2 * table.frameWidth()) << rows;
-    }
 }
 
 TEST(BVNSTableView, MenusComeFromTheDelegateOrTheStandardMenu) {
