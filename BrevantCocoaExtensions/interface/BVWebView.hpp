@@ -8,7 +8,8 @@
 
 namespace bv::BVWebView {
 
-// Shows the file at the path (made absolute), through its file: address. A missing file shows nothing.
+// Shows the file at the path (made absolute), through its file: address: HTML by its extension, else plain
+// text, as QTextBrowser reads local files.
 void loadWebViewWithContentsOfFile(QTextBrowser& self, const Text& path);
 
 }  // namespace bv::BVWebView

@@ -2,6 +2,7 @@
 // and sort prototypes, context menus from a delegate or the standard menu, and the cell's geometry.
 #include <gtest/gtest.h>
 
+#include <unicode/locid.h>
 #include <QPainter>
 #include <QPersistentModelIndex>
 #include <QStandardItemModel>
@@ -87,6 +88,8 @@ TEST(BVNSTableView, ColumnsKeepIdentifiersInTheOrderShown) {
 }
 
 TEST(BVNSTableView, FormatsNumbersAndSortsByThePrototype) {
+    UErrorCode status = U_ZERO_ERROR;
+    icu::Locale::setDefault(icu::Locale::getUS(), status);  // formats follow the locale: fix its symbols
     QTableView table;
     BVNSTableView::createAndAddIfNeededTableColumnWithIdentifierColumnHeaderTitleAddNumberFormat(
         table, Text("name"), Text("Name"), std::nullopt);
