@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(build-essential cmake ninja-build pkg-config ccache libicu-dev libxml2-dev libssl-dev
           libgtest-dev libgmock-dev libbenchmark-dev libcli11-dev nlohmann-json3-dev libcsv-dev
           libsystemd-dev uuid-dev dbus-daemon shared-mime-info zip unzip p7zip-full
-          qt6-base-dev qt6-image-formats-plugins qt6-tools-dev xvfb xauth
+          qt6-base-dev qt6-image-formats-plugins qt6-tools-dev libqt6opengl6-dev xvfb xauth
           libespeak-ng-dev espeak-ng unrtf)
 if [[ "${1:-}" == "--fuzz" ]]; then
   packages+=(clang-14 libclang-rt-14-dev)
