@@ -21,7 +21,7 @@ std::string fixture(const std::string& name) {
 // Runs brevant with the arguments (already shell-quoted where needed) and a fixed output width.
 ToolRun brevant(const std::string& arguments, const std::string& input = "",
                 const std::string& environment = "") {
-    static const bvtest::ScratchFolder scratch("brevant-tool-tests");
+    static const bvtest::ToolFolder scratch("brevant-tool-tests");
     return scratch.run(environment + "COLUMNS=80 brevant " + arguments, input);
 }
 
@@ -144,7 +144,7 @@ TEST(BrevantTool, UsageErrorsExitTwo) {
 }
 
 TEST(BrevantTool, ClosedPipeEndsQuietly) {
-    const bvtest::ScratchFolder scratch("brevant-pipe-test");
+    const bvtest::ToolFolder scratch("brevant-pipe-test");
     const ToolRun run = scratch.run(
         "seq 1 50000 | brevant tally - 2> '" + (scratch.root() / "err").string() + "' | head -1", "", 1);
     EXPECT_EQ(run.out, "50000 answers, 50000 distinct\n");

@@ -16,14 +16,14 @@ namespace fs = std::filesystem;
 using bvtest::ToolRun;
 
 // A folder of its own under the temporary folder, removed with the object.
-struct Scratch : bvtest::ScratchFolder {
-    Scratch() : bvtest::ScratchFolder("brevant-xml-values") {
+struct Scratch : bvtest::ToolFolder {
+    Scratch() : bvtest::ToolFolder("brevant-xml-values") {
         std::filesystem::create_directories(root() / "quiz");
     }
     // Runs a shell pipeline in which "brevant" stands for the tool; standard error and the exit status of
     // the tool (the pipeline's first command unless `statusOf` says otherwise) are kept.
     ToolRun run(const std::string& pipeline, int statusOf = 0) const {
-        return bvtest::ScratchFolder::run(pipeline, "", statusOf);
+        return bvtest::ToolFolder::run(pipeline, "", statusOf);
     }
 };
 
