@@ -9,6 +9,7 @@
 
 #include "BrevantCocoaExtensions/platform/Bundle.hpp"
 #include "BrevantCocoaExtensions/platform/ErrorPresentation.hpp"
+#include "BrevantCocoaExtensions/platform/Exceptions.hpp"
 #include "BrevantCocoaExtensions/platform/Log.hpp"
 
 namespace bv::BVNSManagedObjectContext {
@@ -41,29 +42,31 @@ std::shared_ptr<const ManagedObjectModel> loggedModelAtPath(const std::string& p
 }  // namespace
 
 std::shared_ptr<ManagedObjectContext> contextForAllModels() {
-    std::vector<std::shared_ptr<const ManagedObjectModel>> models;
+    std::vector<EntityDescription> entities;
     std::map<Text, std::string> definedIn;
     for (const std::string& path : modelFilesOfMainBundle()) {
-        std::shared_ptr<const ManagedObjectModel> model = loggedModelAtPath(path);
-        if (!model) return nullptr;
-        for (const EntityDescription& entity : model->entities()) {
+        Error error;
+        std::optional<std::vector<EntityDescription>> read = ManagedObjectModel::entitiesAtPath(path, &error);
+        if (!read) {
+            log(error.localizedDescription.toUtf8() + " " + error.failureReason.toUtf8());
+            return nullptr;
+        }
+        for (EntityDescription& entity : *read) {
             const auto [earlier, added] = definedIn.emplace(entity.name, path);
             if (!added) {
                 log("The object models cannot be merged: the entity \"" + entity.name.toUtf8() +
                     "\" is defined in " + earlier->second + " and in " + path);
                 return nullptr;
             }
+            entities.push_back(std::move(entity));
         }
-        models.push_back(std::move(model));
     }
-    Error error;
-    std::shared_ptr<const ManagedObjectModel> merged =
-        ManagedObjectModel::modelByMergingModels(models, &error);
-    if (!merged) {
-        log(error.localizedDescription.toUtf8() + " " + error.failureReason.toUtf8());
+    try {
+        return contextOver(std::make_shared<const ManagedObjectModel>(std::move(entities)));
+    } catch (const InvalidArgumentException& exception) {
+        log(std::string("The object models cannot be merged: ") + exception.what());
         return nullptr;
     }
-    return contextOver(std::move(merged));
 }
 
 std::shared_ptr<ManagedObjectContext> contextForModelAtPath(const Text& path) {

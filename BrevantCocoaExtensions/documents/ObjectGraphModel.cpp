@@ -88,10 +88,10 @@ EntityDescription readEntity(const XMLElement& element) {
     return entity;
 }
 
-std::shared_ptr<const ManagedObjectModel> refuse(Error* error, const std::string& reason) {
+std::nullopt_t refuse(Error* error, const std::string& reason) {
     Error::report(error, Error{ObjectGraphErrorDomain, ObjectGraphModelInvalid,
                                Text("The object model could not be read."), Text(reason)});
-    return nullptr;
+    return std::nullopt;
 }
 
 }  // namespace
@@ -131,8 +131,8 @@ const EntityDescription* ManagedObjectModel::entityNamed(const Text& name) const
     return nullptr;
 }
 
-std::shared_ptr<const ManagedObjectModel> ManagedObjectModel::modelAtPath(const std::string& path,
-                                                                          Error* error) {
+std::optional<std::vector<EntityDescription>> ManagedObjectModel::entitiesAtPath(const std::string& path,
+                                                                                 Error* error) {
     Error parseError;
     const std::shared_ptr<XMLDocument> document =
         XMLDocument::parseFile(path, XMLNodeOptionsNone, &parseError);
@@ -152,22 +152,21 @@ std::shared_ptr<const ManagedObjectModel> ManagedObjectModel::modelAtPath(const 
                                                " in the model");
             entities.push_back(readEntity(*element));
         }
-        return std::make_shared<const ManagedObjectModel>(std::move(entities));
+        return entities;
     } catch (const InvalidArgumentException& exception) {
         return refuse(error, path + ": " + exception.what());
     }
 }
 
-std::shared_ptr<const ManagedObjectModel> ManagedObjectModel::modelByMergingModels(
-    const std::vector<std::shared_ptr<const ManagedObjectModel>>& models, Error* error) {
-    std::vector<EntityDescription> entities;
-    for (const std::shared_ptr<const ManagedObjectModel>& model : models)
-        if (model) entities.insert(entities.end(), model->entities().begin(), model->entities().end());
-    try {
-        return std::make_shared<const ManagedObjectModel>(std::move(entities));
-    } catch (const InvalidArgumentException& exception) {
-        return refuse(error, std::string("the models cannot be merged: ") + exception.what());
+std::shared_ptr<const ManagedObjectModel> ManagedObjectModel::modelAtPath(const std::string& path,
+                                                                          Error* error) {
+    std::optional<std::vector<EntityDescription>> entities = entitiesAtPath(path, error);
+    if (!entities) return nullptr;
+    if (std::string problem = problemOf(*entities); !problem.empty()) {
+        refuse(error, path + ": " + problem);
+        return nullptr;
     }
+    return std::make_shared<const ManagedObjectModel>(std::move(*entities));
 }
 
 }  // namespace bv

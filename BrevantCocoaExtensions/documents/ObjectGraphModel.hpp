@@ -72,10 +72,10 @@ class ManagedObjectModel {
     // file and the fault) when the file cannot be read or breaks a rule.
     [[nodiscard]] static std::shared_ptr<const ManagedObjectModel> modelAtPath(const std::string& path,
                                                                                Error* error = nullptr);
-    // One model holding the entities of all the models, in order; null with *error when an entity name
-    // occurs in two of them or a relationship names an entity none of them has.
-    [[nodiscard]] static std::shared_ptr<const ManagedObjectModel> modelByMergingModels(
-        const std::vector<std::shared_ptr<const ManagedObjectModel>>& models, Error* error = nullptr);
+    // The entities of a model file as written, each entity checked but not the model as a whole (for
+    // merging files whose relationships lead to each other's entities); nullopt with *error as above.
+    [[nodiscard]] static std::optional<std::vector<EntityDescription>> entitiesAtPath(const std::string& path,
+                                                                                      Error* error = nullptr);
 
     // The entities in the order the model file lists them.
     [[nodiscard]] const std::vector<EntityDescription>& entities() const noexcept { return entities_; }
