@@ -15,11 +15,12 @@
 
 namespace bvtest {
 
-// A fresh folder under the temporary folder, removed (with everything in it) with the object.
+// A fresh folder under the temporary folder (or another parent), removed with everything in it.
 class ScratchFolder {
   public:
-    explicit ScratchFolder(const std::string& prefix = "bv-test") {
-        std::string pattern = (std::filesystem::temp_directory_path() / (prefix + "-XXXXXX")).string();
+    explicit ScratchFolder(const std::string& prefix = "bv-test",
+                           const std::filesystem::path& parent = std::filesystem::temp_directory_path()) {
+        std::string pattern = (parent / (prefix + "-XXXXXX")).string();
         if (::mkdtemp(pattern.data()) == nullptr)
             throw std::runtime_error("ScratchFolder: no temporary folder");
         root_ = pattern;
