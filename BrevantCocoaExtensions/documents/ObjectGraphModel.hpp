@@ -72,8 +72,9 @@ class ManagedObjectModel {
     // file and the fault) when the file cannot be read or breaks a rule.
     [[nodiscard]] static std::shared_ptr<const ManagedObjectModel> modelAtPath(const std::string& path,
                                                                                Error* error = nullptr);
-    // The entities of a model file as written, each entity checked but not the model as a whole (for
-    // merging files whose relationships lead to each other's entities); nullopt with *error as above.
+    // The entities of a model file as written (types and elements checked), without the rules above:
+    // those apply to the model made of them, so files may lead to each other's entities; nullopt with
+    // *error as above.
     [[nodiscard]] static std::optional<std::vector<EntityDescription>> entitiesAtPath(const std::string& path,
                                                                                       Error* error = nullptr);
 
