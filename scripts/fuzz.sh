@@ -31,7 +31,7 @@ max_len_for() {
 
 dictionary_for() {
     case "$1" in
-        xml_document | xml_parser | property_list | settings_loader | credentials_document) echo "$root/tests/fuzz/dict/xml.dict" ;;
+        xml_document | xml_parser | property_list | settings_loader | credentials_document | object_graph_store) echo "$root/tests/fuzz/dict/xml.dict" ;;
         entities) echo "$root/tests/fuzz/dict/entities.dict" ;;
         csv_line | csv_file) echo "$root/tests/fuzz/dict/csv.dict" ;;
         *) echo "" ;;

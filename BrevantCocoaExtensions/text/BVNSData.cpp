@@ -1,11 +1,8 @@
 // ByteData to text and back (Base64 out, hexadecimal both ways) and the universally writable writers.
 #include "BrevantCocoaExtensions/text/BVNSData.hpp"
 
-#include <strings.h>
-
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -15,6 +12,7 @@
 
 #include "BrevantCocoaExtensions/platform/Base64.hpp"
 #include "BrevantCocoaExtensions/platform/Exceptions.hpp"
+#include "BrevantCocoaExtensions/platform/FileURL.hpp"
 #include "BrevantCocoaExtensions/platform/FileWriting.hpp"
 
 namespace bv::BVNSData {
@@ -139,33 +137,6 @@ ByteData readLenientHex(std::u16string_view units) {
 
 constexpr unsigned kUniversallyWritable = 0777;
 
-// The local path of a "file:" URL, percent-decoded; nullopt for any other URL.
-std::optional<std::string> pathOfFileUrl(const std::string& url) {
-    if (url.size() < 5 || strncasecmp(url.c_str(), "file:", 5) != 0) return std::nullopt;
-    std::string rest = url.substr(5);
-    if (rest.rfind("//", 0) == 0) {
-        const std::size_t slash = rest.find('/', 2);
-        const std::string host = rest.substr(2, slash == std::string::npos ? std::string::npos : slash - 2);
-        if (!host.empty() && strcasecmp(host.c_str(), "localhost") != 0) return std::nullopt;
-        rest = slash == std::string::npos ? std::string() : rest.substr(slash);
-    }
-    rest = rest.substr(0, rest.find_first_of("?#"));
-    if (rest.empty() || rest.front() != '/') return std::nullopt;
-    std::string path;
-    for (std::size_t i = 0; i < rest.size(); ++i) {
-        if (rest[i] != '%') {
-            path += rest[i];
-            continue;
-        }
-        if (i + 2 >= rest.size() || !std::isxdigit(static_cast<unsigned char>(rest[i + 1])) ||
-            !std::isxdigit(static_cast<unsigned char>(rest[i + 2])))
-            return std::nullopt;
-        path += static_cast<char>(std::stoi(rest.substr(i + 1, 2), nullptr, 16));
-        i += 2;
-    }
-    return path;
-}
-
 bool writeThenOpenUp(const ByteData& self, const std::string& path, unsigned options, Error* error) {
     bool written = false;
     std::error_code ignored;
@@ -254,7 +225,7 @@ bool writeToUniversallyWritableFileAtomically(const ByteData& self, const Text& 
 }
 
 bool writeToUniversallyWritableURLAtomically(const ByteData& self, const Text& url, bool atomically) {
-    const std::optional<std::string> path = pathOfFileUrl(url.toUtf8());
+    const std::optional<std::string> path = pathOfFileURL(url.toUtf8());
     if (!path) return false;
     return writeThenOpenUp(self, *path, atomically ? DataWritingAtomic : 0u, nullptr);
 }

@@ -10,6 +10,7 @@
 
 #include "BrevantCocoaExtensions/dates/BVUtilities.hpp"
 #include "support/PrivateBus.hpp"
+#include "support/Scratch.hpp"
 
 namespace {
 
@@ -20,25 +21,22 @@ namespace fs = std::filesystem;
 class Applications : public ::testing::Test {
   protected:
     void SetUp() override {
-        char pattern[] = "/tmp/bv-applications-XXXXXX";
-        folder_ = mkdtemp(pattern);
         setenv("XDG_DATA_HOME", (folder_ / "home").c_str(), 1);
         setenv("XDG_DATA_DIRS", (folder_ / "system").c_str(), 1);
     }
     void TearDown() override {
         unsetenv("XDG_DATA_HOME");
         unsetenv("XDG_DATA_DIRS");
-        fs::remove_all(folder_);
     }
-    void install(const std::string& identifier, const std::string& entry, const char* where = "home") {
-        fs::create_directories(folder_ / where / "applications");
-        std::ofstream(folder_ / where / "applications" / (identifier + ".desktop")) << entry;
+    void install(const std::string& identifier, const std::string& entry, const std::string& where = "home") {
+        scratch_.write(where + "/applications/" + identifier + ".desktop", entry);
     }
     void uninstall(const std::string& identifier) {
         fs::remove(folder_ / "home/applications" / (identifier + ".desktop"));
     }
 
-    fs::path folder_;
+    bvtest::ScratchFolder scratch_{"bv-applications"};
+    const fs::path& folder_ = scratch_.root();
 };
 
 // Owns a name on the session bus while it lives, as a running application of the suite does.

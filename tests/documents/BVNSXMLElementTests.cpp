@@ -13,7 +13,7 @@
 #include "BrevantCocoaExtensions/documents/BVNSXMLElement.hpp"
 #include "BrevantCocoaExtensions/documents/BVNSXMLNode.hpp"
 #include "BrevantCocoaExtensions/platform/Exceptions.hpp"
-#include "BrevantCocoaExtensions/platform/Log.hpp"
+#include "support/Scratch.hpp"
 
 namespace X = bv::BVNSXMLElement;
 using bv::Text;
@@ -172,7 +172,7 @@ TEST(BVNSXMLElement, EmptyOrNullNamesFailTheirArgumentCheck) {
         {[&] { (void)X::attributesOfFirstChildElementNamedRecursiveSearch(*root, Text(""), true); }, 567,
          first},
     };
-    auto silenced = bv::setLogSink([](const std::string&) {});
+    const bvtest::LogCapture silenced;
     for (const Case& each : cases) {
         try {
             each.call();
@@ -183,7 +183,6 @@ TEST(BVNSXMLElement, EmptyOrNullNamesFailTheirArgumentCheck) {
             EXPECT_EQ(failure.name(), "NSInternalInconsistencyException");
         }
     }
-    bv::setLogSink(silenced);
     EXPECT_EQ(root->childCount(), 1u);  // nothing was removed
 }
 
@@ -248,16 +247,14 @@ TEST(BVNSXMLElement, ValuesAndAttributes) {
     X::setAttributeWithStringValue(*item, Text("only"), Text("1"));
     EXPECT_EQ(X::attributesDictionary(*item), (bv::ValueDictionary{{"only", "1"}}));
 
-    std::vector<std::string> logged;
-    auto previous = bv::setLogSink([&logged](const std::string& line) { logged.push_back(line); });
+    bvtest::LogCapture log;
     X::setAttributeWithStringValue(*item, std::nullopt, Text("v"));
     X::setAttributeWithStringValue(*item, Text("k"), std::nullopt);
     X::setAttributeWithStringValue(*item, std::nullopt, std::nullopt);
-    bv::setLogSink(previous);
-    EXPECT_EQ(logged, (std::vector<std::string>{"setAttribute:withStringValue: attribute is nil",
-                                                "setAttribute:withStringValue: stringValue is nil",
-                                                "setAttribute:withStringValue: attribute is nil",
-                                                "setAttribute:withStringValue: stringValue is nil"}));
+    EXPECT_EQ(log.lines, (std::vector<std::string>{"setAttribute:withStringValue: attribute is nil",
+                                                   "setAttribute:withStringValue: stringValue is nil",
+                                                   "setAttribute:withStringValue: attribute is nil",
+                                                   "setAttribute:withStringValue: stringValue is nil"}));
     EXPECT_EQ(X::attributesDictionary(*item), (bv::ValueDictionary{{"only", "1"}}));
 }
 
@@ -357,22 +354,19 @@ TEST(BVNSXMLElement, EditingFollowsItsIndexRules) {
 }
 
 TEST(BVNSXMLDocument, LoadingFromPaths) {
-    auto path =
-        std::filesystem::temp_directory_path() / ("bv-bvnsxml-" + std::to_string(::getpid()) + ".xml");
-    std::ofstream(path) << "<settings><a>1</a><b>2</settings>";
+    const bvtest::ScratchFolder folder;
+    const std::string path = folder.write("settings.xml", "<settings><a>1</a><b>2</settings>");
     EXPECT_EQ(bv::BVNSXMLDocument::documentAtPath(std::nullopt), nullptr);
-    auto tidied = bv::BVNSXMLDocument::documentAtPath(Text(path.string()));
+    auto tidied = bv::BVNSXMLDocument::documentAtPath(Text(path));
     ASSERT_NE(tidied, nullptr);
     EXPECT_EQ(X::stringValueOfFirstChildElementNamedRecursiveSearch(*tidied->rootElement(), Text("b"), true),
               Text("2"));
 
     bv::Error error;
-    EXPECT_EQ(bv::BVNSXMLDocument::initWithContentsAtPathOptionsError(Text(path.string()), 0, &error),
-              nullptr);
+    EXPECT_EQ(bv::BVNSXMLDocument::initWithContentsAtPathOptionsError(Text(path), 0, &error), nullptr);
     EXPECT_EQ(error.domain, "BVXMLErrorDomain");
     EXPECT_EQ(bv::BVNSXMLDocument::initWithContentsAtPathOptionsError(std::nullopt, 0, &error), nullptr);
     EXPECT_EQ(bv::BVNSXMLDocument::documentAtPath(Text("/nonexistent/settings.xml")), nullptr);
-    std::filesystem::remove(path);
 }
 
 TEST(BVNSXMLNode, KindDescriptions) {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "BrevantCocoaExtensions/documents/BVXMLParser.hpp"
+#include "support/Scratch.hpp"
 
 using bv::BVXMLParser;
 using bv::Text;
@@ -23,13 +24,6 @@ bv::ByteData bytes(const std::string& text) {
 
 Results collect(const std::string& xml, const std::vector<Text>& names) {
     return *BVXMLParser().resultsOfDataToParseSeekingDesiredElements(bytes(xml), names);
-}
-
-std::filesystem::path temporaryFile(const std::string& name, const std::string& contents) {
-    auto path = std::filesystem::temp_directory_path() /
-                ("bv-bvxmlparser-" + std::to_string(::getpid()) + "-" + name);
-    std::ofstream(path, std::ios::binary) << contents;
-    return path;
 }
 
 // Records the element starts it sees, to show where the parse stopped.
@@ -143,31 +137,22 @@ TEST(BVXMLParser, FilesAreReadOnlyAsFarAsNeeded) {
     // The value sits at the top; megabytes of garbage follow it and are never read.
     std::string contents = "<catalog><version>4.2</version>";
     contents += std::string(3 * 1024 * 1024, '\x01');
-    auto path = temporaryFile("big.xml", contents);
-    EXPECT_EQ(atPath(path.string(), {"version"}), (Results{{"version", "4.2"}}));
+    const bvtest::ScratchFolder folder;
+    EXPECT_EQ(atPath(folder.write("big.xml", contents), {"version"}), (Results{{"version", "4.2"}}));
     // A value past the first chunks is found too.
     std::string late = "<catalog>" + std::string(1024 * 1024, ' ') + "<version>5</version></catalog>";
-    std::ofstream(path, std::ios::binary | std::ios::trunc) << late;
-    EXPECT_EQ(atPath(path.string(), {"version"}), (Results{{"version", "5"}}));
-    std::filesystem::remove(path);
+    EXPECT_EQ(atPath(folder.write("late.xml", late), {"version"}), (Results{{"version", "5"}}));
 }
 
 TEST(BVXMLParser, ARefusedEntityEndsTheParseAndKeepsTheValuesFoundBeforeIt) {
-    auto secret = temporaryFile("secret.txt", "SECRET");
-    const std::string xml =
-        "<!DOCTYPE r [<!ENTITY s SYSTEM '" + secret.string() + "'>]><r><a>1</a><b>&s;</b><c>3</c></r>";
-    const auto folder = secret.parent_path() / ("bv-bvxmlparser-" + std::to_string(::getpid()));
-    std::filesystem::create_directory(folder);
-    const auto path = folder / "refused.xml";
-    std::ofstream(path) << xml;
+    const bvtest::ScratchFolder folder;
+    const std::string xml = "<!DOCTYPE r [<!ENTITY s SYSTEM '" + folder.write("secret.txt", "SECRET") +
+                            "'>]><r><a>1</a><b>&s;</b><c>3</c></r>";
+    const std::string path = folder.write("documents/refused.xml", xml);
     const Results expected{{"a", "1"}};
-    EXPECT_EQ(
-        BVXMLParser::resultsOfDataToParseAtPathSeekingDesiredElements(Text(path.string()), {"a", "b", "c"}),
-        expected);                                       // the secret lies outside the document's folder
+    EXPECT_EQ(BVXMLParser::resultsOfDataToParseAtPathSeekingDesiredElements(Text(path), {"a", "b", "c"}),
+              expected);                                 // the secret lies outside the document's folder
     EXPECT_EQ(collect(xml, {"a", "b", "c"}), expected);  // bytes load no external entity at all
-    std::filesystem::remove(secret);
-    std::filesystem::remove(path);
-    std::filesystem::remove(folder);
 }
 
 TEST(BVXMLParser, TextOutsideTheWantedElementsIsNeverGathered) {

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -11,6 +10,7 @@
 #include "BrevantCocoaExtensions/platform/AlertCenter.hpp"
 #include "BrevantCocoaExtensions/platform/Exceptions.hpp"
 #include "BrevantCocoaExtensions/text/BVNSString.hpp"
+#include "support/Scratch.hpp"
 
 using bv::CSVReader;
 using bv::Text;
@@ -23,21 +23,14 @@ using namespace std::string_literals;
 
 class CSVReaderFiles : public ::testing::Test {
   protected:
-    void SetUp() override {
-        std::string pattern = (fs::temp_directory_path() / "csvreader-XXXXXX").string();
-        folder_ = ::mkdtemp(pattern.data());
-    }
-    void TearDown() override { fs::remove_all(folder_); }
-
-    // Writes the bytes to a file in the temporary folder and answers its path.
+    // Writes the bytes to a new file in the temporary folder and answers its path.
     [[nodiscard]] Text write(const std::string& bytes) {
-        const fs::path path = folder_ / ("file" + std::to_string(++files_) + ".csv");
-        std::ofstream(path, std::ios::binary) << bytes;
-        return Text(path.string());
+        return Text(scratch_.write("file" + std::to_string(++files_) + ".csv", bytes));
     }
     [[nodiscard]] CSVReader readerFor(const std::string& bytes) { return CSVReader(write(bytes)); }
 
-    fs::path folder_;
+    bvtest::ScratchFolder scratch_{"csvreader"};
+    const fs::path& folder_ = scratch_.root();
     int files_ = 0;
 };
 
@@ -102,24 +95,6 @@ TEST_F(CSVReaderFiles, UnreadableFilesGiveAReaderWithoutLines) {
         EXPECT_EQ(reader.currentRecord(), 0u);
     }
     EXPECT_TRUE(alerts.alerts().empty());
-}
-
-TEST_F(CSVReaderFiles, BinaryInputNeverCrashes) {
-    std::string bytes;
-    for (int i = 0; i < 4096; ++i)
-        bytes += static_cast<char>((i * 131 + 7) % 256);
-    bv::AlertRecorder alerts;
-    CSVReader reader = readerFor(bytes);
-    ASSERT_TRUE(reader.lines().has_value());  // not UTF-8, so read as Windows-1252
-    for (int guard = 0; guard < 10000 && reader.currentRecord() < reader.countOfLines(); ++guard) {
-        const std::uint64_t before = reader.currentRecord();
-        try {
-            if (!reader.readRecord() && reader.currentRecord() == before) reader.setCurrentRecord(before + 1);
-        } catch (const bv::RangeException&) {
-            reader.setCurrentRecord(before + 1);
-        }
-    }
-    EXPECT_EQ(reader.currentRecord(), reader.countOfLines());
 }
 
 TEST(CSVReader, SplitsFieldsHonouringQuotes) {

@@ -11,9 +11,9 @@
 #include "BrevantCocoaExtensions/files/BVFileManager.hpp"
 #include "BrevantCocoaExtensions/platform/AlertCenter.hpp"
 #include "BrevantCocoaExtensions/platform/Exceptions.hpp"
-#include "BrevantCocoaExtensions/platform/Log.hpp"
 #include "BrevantCocoaExtensions/text/BVEncoder.hpp"
 #include "files/SuiteFolders.hpp"
+#include "support/Scratch.hpp"
 
 using bv::BVFileManager;
 using bv::Text;
@@ -21,12 +21,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// Collects log lines while it lives.
-struct LogCapture {
-    std::vector<std::string> lines;
-    bv::LogSink previous = bv::setLogSink([this](const std::string& line) { lines.push_back(line); });
-    ~LogCapture() { bv::setLogSink(previous); }
-};
+using bvtest::LogCapture;
 
 std::string pathOf(const std::optional<Text>& path) {
     return path ? path->toUtf8() : std::string("(null)");

@@ -11,8 +11,8 @@
 #include "BrevantCocoaExtensions/files/BVNSApplication.hpp"
 #include "BrevantCocoaExtensions/files/BVNSHost.hpp"
 #include "BrevantCocoaExtensions/files/BVSystemInfo.hpp"
-#include "BrevantCocoaExtensions/platform/Log.hpp"
 #include "BrevantCocoaExtensions/platform/StandardFolders.hpp"
+#include "support/Scratch.hpp"
 
 namespace {
 
@@ -36,28 +36,24 @@ std::string plist(const std::string& body) {
 class BundleFolders : public ::testing::Test {
   protected:
     void SetUp() override {
-        char pattern[] = "/tmp/bv-bundle-XXXXXX";
-        folder_ = mkdtemp(pattern);
-        main_ = folder_ / "Pageweave";
         fs::create_directories(main_);
         previousMain_ = Bundle::setMainBundlePath(main_.string());
-        previousSink_ = bv::setLogSink([this](const std::string& line) { log_.push_back(line); });
     }
     void TearDown() override {
         Bundle::setMainBundlePath(previousMain_);
         Bundle::setMainInfoDictionary(std::nullopt);
         BVNSBundle::setInterfaceFileLoader(nullptr);
-        bv::setLogSink(previousSink_);
         unsetenv("BV_RESOURCES");
-        fs::remove_all(folder_);
     }
 
-    fs::path folder_, main_;
-    std::vector<std::string> log_;
+    bvtest::ScratchFolder scratch_{"bv-bundle"};
+    const fs::path& folder_ = scratch_.root();
+    fs::path main_ = folder_ / "Pageweave";
+    bvtest::LogCapture capture_;
+    std::vector<std::string>& log_ = capture_.lines;
 
   private:
     std::string previousMain_;
-    bv::LogSink previousSink_;
 };
 
 TEST_F(BundleFolders, InformationDictionaryFromInfoPlistOrSetByTheApplication) {
@@ -198,23 +194,21 @@ TEST(BVSystemInfo, OldSystemTestFromTheVersionSelectors) {
 }
 
 TEST(BVSystemInfo, MovieTypesFromTheMimeDatabaseInDeclarationOrder) {
-    char pattern[] = "/tmp/bv-mime-XXXXXX";
-    const fs::path folder = mkdtemp(pattern);
-    writeFile(folder / "home/mime/types", "video/x-b\naudio/ogg\nvideo/mp4\n");
-    writeFile(folder / "home/mime/video/mp4.xml",
-              "<mime-type type=\"video/mp4\"><glob pattern=\"*.mp4\"/><glob pattern=\"*.[Mm]4\"/>"
-              "<glob pattern=\"*.m4v\"/></mime-type>");
-    writeFile(folder / "home/mime/video/x-b.xml",
-              "<mime-type><glob pattern=\"*.bbb\"/><glob pattern=\"*.mp4\"/></mime-type>");
-    writeFile(folder / "system/mime/types", "video/x-a\n");
-    writeFile(folder / "system/mime/video/x-a.xml", "<mime-type><glob pattern=\"*.aaa\"/></mime-type>");
-    writeFile(folder / "system/mime/video/x-b.xml", "<mime-type><glob pattern=\"*.hidden\"/></mime-type>");
-    setenv("XDG_DATA_HOME", (folder / "home").c_str(), 1);
-    setenv("XDG_DATA_DIRS", (folder / "system").c_str(), 1);
+    const bvtest::ScratchFolder folder("bv-mime");
+    folder.write("home/mime/types", "video/x-b\naudio/ogg\nvideo/mp4\n");
+    folder.write("home/mime/video/mp4.xml",
+                 "<mime-type type=\"video/mp4\"><glob pattern=\"*.mp4\"/><glob pattern=\"*.[Mm]4\"/>"
+                 "<glob pattern=\"*.m4v\"/></mime-type>");
+    folder.write("home/mime/video/x-b.xml",
+                 "<mime-type><glob pattern=\"*.bbb\"/><glob pattern=\"*.mp4\"/></mime-type>");
+    folder.write("system/mime/types", "video/x-a\n");
+    folder.write("system/mime/video/x-a.xml", "<mime-type><glob pattern=\"*.aaa\"/></mime-type>");
+    folder.write("system/mime/video/x-b.xml", "<mime-type><glob pattern=\"*.hidden\"/></mime-type>");
+    setenv("XDG_DATA_HOME", folder.path("home").c_str(), 1);
+    setenv("XDG_DATA_DIRS", folder.path("system").c_str(), 1);
     const std::vector<Text> types = bv::BVSystemInfo::movieFileTypes();
     unsetenv("XDG_DATA_HOME");
     unsetenv("XDG_DATA_DIRS");
-    fs::remove_all(folder);
     EXPECT_EQ(types, (std::vector<Text>{Text("mp4"), Text("m4v"), Text("aaa"), Text("bbb"), Text("mp4")}));
     EXPECT_EQ(&bv::BVSystemInfo::movieFileTypes(), &bv::BVSystemInfo::movieFileTypes())
         << "kept for the process";

@@ -5,16 +5,13 @@
 #include <dirent.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
 #include "BrevantCocoaExtensions/files/BVNSFileManager.hpp"
-#include "BrevantCocoaExtensions/platform/Log.hpp"
 #include "BrevantCocoaExtensions/platform/Text.hpp"
+#include "support/Scratch.hpp"
 
 namespace bvtest {
 
@@ -33,34 +30,16 @@ inline const bv::FileManager& manager() {
 
 class FileTest : public ::testing::Test {
   protected:
-    void SetUp() override {
-        std::string pattern = (fs::temp_directory_path() / "bv-files-XXXXXX").string();
-        root_ = ::mkdtemp(pattern.data());
-        previousSink_ = bv::setLogSink([this](const std::string& line) { logged_.push_back(line); });
-    }
-    void TearDown() override {
-        bv::setLogSink(previousSink_);
-        std::error_code ignored;
-        fs::permissions(root_, fs::perms::all, ignored);
-        fs::remove_all(root_, ignored);
-    }
-
     // A path under the test's folder, as the library takes it.
-    [[nodiscard]] bv::Text at(const std::string& relative) const {
-        return bv::Text((root_ / relative).string());
-    }
-    [[nodiscard]] std::string path(const std::string& relative) const { return (root_ / relative).string(); }
+    [[nodiscard]] bv::Text at(const std::string& relative) const { return bv::Text(path(relative)); }
+    [[nodiscard]] std::string path(const std::string& relative) const { return scratch_.path(relative); }
 
     // Makes a file (and the folders above it) holding the bytes.
     void file(const std::string& relative, const std::string& bytes = "x") const {
-        fs::create_directories((root_ / relative).parent_path());
-        std::ofstream(root_ / relative, std::ios::binary) << bytes;
+        scratch_.write(relative, bytes);
     }
     void folder(const std::string& relative) const { fs::create_directories(root_ / relative); }
-    [[nodiscard]] std::string contents(const std::string& relative) const {
-        std::ifstream in(root_ / relative, std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
+    [[nodiscard]] std::string contents(const std::string& relative) const { return scratch_.read(relative); }
     [[nodiscard]] bool exists(const std::string& relative) const {
         return fs::exists(fs::symlink_status(root_ / relative));
     }
@@ -77,11 +56,10 @@ class FileTest : public ::testing::Test {
         return names;
     }
 
-    fs::path root_;
-    std::vector<std::string> logged_;
-
-  private:
-    bv::LogSink previousSink_;
+    ScratchFolder scratch_{"bv-files"};
+    const fs::path& root_ = scratch_.root();
+    LogCapture log_;
+    std::vector<std::string>& logged_ = log_.lines;
 };
 
 }  // namespace bvtest

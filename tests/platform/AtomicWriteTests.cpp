@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "BrevantCocoaExtensions/platform/FileWriting.hpp"
+#include "support/Scratch.hpp"
 
 namespace {
 
@@ -72,25 +73,6 @@ fs::path scratchRoot() {
     if (::access("/dev/shm", W_OK) == 0 && fs::is_directory("/dev/shm", error)) return "/dev/shm";
     return fs::temp_directory_path();
 }
-
-class ScratchFolder {
-  public:
-    ScratchFolder() {
-        std::string pattern = (scratchRoot() / "bv-atomic-XXXXXX").string();
-        if (::mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("mkdtemp failed");
-        path_ = pattern;
-    }
-    ~ScratchFolder() {
-        std::error_code ignored;
-        fs::remove_all(path_, ignored);
-    }
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-    [[nodiscard]] const fs::path& path() const { return path_; }
-
-  private:
-    fs::path path_;
-};
 
 void writeOldFile(const fs::path& target) {
     ASSERT_TRUE(bv::writeBytesToFile(target.string(), oldBytes().data(), kOldSize, false));
@@ -153,34 +135,34 @@ Outcome writeAndKill(const fs::path& folder, const fs::path& target, bool atomic
 }
 
 TEST(AtomicWrite, KilledWriterLeavesTheOldFileOrTheWholeNewOne) {
-    ScratchFolder folder;
-    const fs::path target = folder.path() / "Settings.xml";
+    const bvtest::ScratchFolder folder("bv-atomic", scratchRoot());
+    const fs::path target = folder.root() / "Settings.xml";
     int killedMidWrite = 0;
     for (double fraction : {0.0, 0.1, 0.5, 0.9}) {
         SCOPED_TRACE("killed at " + std::to_string(fraction) + " of the new bytes");
         writeOldFile(target);
-        const Outcome run = writeAndKill(folder.path(), target, true, fraction);
+        const Outcome run = writeAndKill(folder.root(), target, true, fraction);
         // Until the rename the target is untouched; the rename replaces it whole.
         EXPECT_NE(run.contents, Contents::Torn);
         if (run.killedMidWrite) {
             EXPECT_EQ(run.contents, Contents::Old);
             ++killedMidWrite;
         }
-        for (const fs::path& stray : strayFiles(folder.path(), target))
+        for (const fs::path& stray : strayFiles(folder.root(), target))
             fs::remove(stray);
     }
     EXPECT_GT(killedMidWrite, 0) << "no writer was caught half-way: the test proved nothing";
 
     writeOldFile(target);
-    const Outcome finished = writeAndKill(folder.path(), target, true, 2.0);
+    const Outcome finished = writeAndKill(folder.root(), target, true, 2.0);
     EXPECT_EQ(finished.contents, Contents::New);
-    EXPECT_TRUE(strayFiles(folder.path(), target).empty()) << "a finished write leaves no temporary file";
+    EXPECT_TRUE(strayFiles(folder.root(), target).empty()) << "a finished write leaves no temporary file";
 }
 
 TEST(AtomicWrite, InPlaceWriteTruncatesTheSameFileAndCanBeTorn) {
-    ScratchFolder folder;
-    const fs::path target = folder.path() / "data.bin";
-    const fs::path alias = folder.path() / "alias.bin";
+    const bvtest::ScratchFolder folder("bv-atomic", scratchRoot());
+    const fs::path target = folder.root() / "data.bin";
+    const fs::path alias = folder.root() / "alias.bin";
     writeOldFile(target);
     fs::create_hard_link(target, alias);
     const auto inode = [](const fs::path& path) {
@@ -208,7 +190,7 @@ TEST(AtomicWrite, InPlaceWriteTruncatesTheSameFileAndCanBeTorn) {
     bool torn = false;
     for (int attempt = 0; attempt < 3 && !torn; ++attempt) {
         writeOldFile(target);
-        const Outcome run = writeAndKill(folder.path(), target, false, 0.25);
+        const Outcome run = writeAndKill(folder.root(), target, false, 0.25);
         torn = run.killedMidWrite && run.contents == Contents::Torn;
     }
     EXPECT_TRUE(torn);

@@ -4,24 +4,20 @@
 #include <unistd.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include "BrevantCocoaExtensions/platform/ChildProcess.hpp"
 #include "BrevantCocoaExtensions/platform/Exceptions.hpp"
+#include "support/Scratch.hpp"
 
 namespace fs = std::filesystem;
 
 TEST(ChildProcess, RunsWithVerbatimArgumentsInTheWorkingFolder) {
-    std::string pattern = (fs::temp_directory_path() / "bv-child-XXXXXX").string();
-    const fs::path folder = ::mkdtemp(pattern.data());
+    const bvtest::ScratchFolder scratch("bv-child");
+    const fs::path& folder = scratch.root();
     const std::string script = "pwd > out; for a in \"$@\"; do echo \"[$a]\"; done >> out; exit 7";
     EXPECT_EQ(
         bv::ChildProcess::run("/bin/sh", {"-c", script, "sh", "a b", "$HOME", "*", ""}, folder.string()), 7);
-    std::ifstream in(folder / "out");
-    const std::string out{std::istreambuf_iterator<char>(in), {}};
-    EXPECT_EQ(out, folder.string() + "\n[a b]\n[$HOME]\n[*]\n[]\n");
-    fs::remove_all(folder);
+    EXPECT_EQ(scratch.read("out"), folder.string() + "\n[a b]\n[$HOME]\n[*]\n[]\n");
 }
 
 TEST(ChildProcess, ReportsSignalsAndRefusesWhatCannotStart) {

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "BrevantCocoaExtensions/platform/Log.hpp"
 #include "BrevantCocoaExtensions/platform/NotificationCenter.hpp"
 #include "support/PrivateBus.hpp"
+#include "support/Scratch.hpp"
 
 using bv::NotificationCenter;
 using bv::Text;
@@ -36,13 +36,11 @@ TEST(NotificationCenter, ObserverReceivesOnlyItsNameInPostOrder) {
 
 TEST(NotificationCenter, WithoutABusAPostLogsOnceAndAnswersFalse) {
     setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bv-no-bus", 1);
-    std::vector<std::string> lines;
-    const bv::LogSink previous = bv::setLogSink([&](const std::string& line) { lines.push_back(line); });
+    bvtest::LogCapture log;
     EXPECT_FALSE(NotificationCenter::postNotificationName(Text("BVTolvernSettingsChanged")));
     EXPECT_FALSE(NotificationCenter::postNotificationName(Text("BVTolvernSettingsChanged")));
     EXPECT_EQ(NotificationCenter::addObserverForName(Text("x"), nullptr), nullptr);
-    bv::setLogSink(previous);
     unsetenv("DBUS_SESSION_BUS_ADDRESS");
-    ASSERT_EQ(lines.size(), 1u);
-    EXPECT_EQ(lines[0].rfind("Notifications are off: no D-Bus session bus", 0), 0u) << lines[0];
+    ASSERT_EQ(log.lines.size(), 1u);
+    EXPECT_EQ(log.lines[0].rfind("Notifications are off: no D-Bus session bus", 0), 0u) << log.lines[0];
 }

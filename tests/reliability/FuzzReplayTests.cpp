@@ -21,6 +21,7 @@
 #include "fuzz/harness/HexReading.hpp"
 #include "fuzz/harness/NumberReading.hpp"
 #include "fuzz/harness/NumberValidation.hpp"
+#include "fuzz/harness/ObjectGraphStore.hpp"
 #include "fuzz/harness/PathExtension.hpp"
 #include "fuzz/harness/PlatformBase64.hpp"
 #include "fuzz/harness/PropertyListReading.hpp"
@@ -53,6 +54,7 @@ const Target kTargets[] = {
     {"hex", bv::fuzz::hexReading},
     {"number_reading", bv::fuzz::numberReading},
     {"number_validation", bv::fuzz::numberValidation},
+    {"object_graph_store", bv::fuzz::objectGraphStore},
     {"path_extension", bv::fuzz::pathExtension},
     {"platform_base64", bv::fuzz::platformBase64},
     {"property_list", bv::fuzz::propertyListReading},

@@ -12,6 +12,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "support/Scratch.hpp"
+
 namespace bvtest {
 
 // What one shell line printed and how it ended.
@@ -30,34 +32,13 @@ struct ToolRun {
 #endif
 }
 
-// A fresh folder under the temporary folder, removed with the object.
-class ScratchFolder {
+// A scratch folder in which shell lines are run.
+class ToolFolder : public ScratchFolder {
   public:
     static constexpr int kLastStatus = -1;
 
-    explicit ScratchFolder(const std::string& prefix = "brevant-test") {
-        std::string pattern = (std::filesystem::temp_directory_path() / (prefix + "-XXXXXX")).string();
-        if (::mkdtemp(pattern.data()) == nullptr)
-            throw std::runtime_error("ScratchFolder: no temporary folder");
-        root_ = pattern;
-        std::filesystem::create_directory(root_ / ".run");
-    }
-    ~ScratchFolder() { std::filesystem::remove_all(root_); }
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-
-    [[nodiscard]] const std::filesystem::path& root() const { return root_; }
-
-    // Writes `bytes` to NAME (parent folders made) and returns its full path.
-    std::string write(const std::string& name, const std::string& bytes) const {
-        const std::filesystem::path path = root_ / name;
-        std::filesystem::create_directories(path.parent_path());
-        std::ofstream(path, std::ios::binary) << bytes;
-        return path.string();
-    }
-    [[nodiscard]] std::string read(const std::string& name) const {
-        std::ifstream in(root_ / name, std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
+    explicit ToolFolder(const std::string& prefix = "brevant-test") : ScratchFolder(prefix) {
+        std::filesystem::create_directory(root() / ".run");
     }
 
     // Runs a bash LINE in the folder with `input` on standard input; "brevant" in it is the tool (also in
@@ -65,13 +46,13 @@ class ScratchFolder {
     // are kept; the status is the line's own, or that of pipeline element `statusOf` (so "brevant ... | head"
     // can report the tool's).
     ToolRun run(const std::string& line, const std::string& input = "", int statusOf = kLastStatus) const {
-        const std::filesystem::path files = root_ / ".run";
+        const std::filesystem::path files = root() / ".run";
         std::ofstream(files / "in", std::ios::binary) << input;
         const std::string status =
             statusOf == kLastStatus ? "$?" : "${PIPESTATUS[" + std::to_string(statusOf) + "]}";
         const std::string script =
             "export BREVANT='" + brevantPath() + "'; brevant() { \"$BREVANT\" \"$@\"; }; cd '" +
-            root_.string() + "' && { " + line + "\necho " + status + " > '" + (files / "status").string() +
+            root().string() + "' && { " + line + "\necho " + status + " > '" + (files / "status").string() +
             "'; } < '" + (files / "in").string() + "' > '" + (files / "out").string() + "' 2> '" +
             (files / "err").string() + "'";
         std::ofstream(files / "script.sh") << script;
@@ -79,9 +60,6 @@ class ScratchFolder {
         const std::string code = read(".run/status");
         return {code.empty() ? -1 : std::stoi(code), read(".run/out"), read(".run/err")};
     }
-
-  private:
-    std::filesystem::path root_;
 };
 
 // A test of the tool: skipped when there is none, with a scratch folder of its own.
@@ -90,7 +68,7 @@ class ToolTest : public ::testing::Test {
     void SetUp() override {
         if (brevantPath().empty()) GTEST_SKIP() << "the brevant tool is not built";
     }
-    ScratchFolder scratch_;
+    ToolFolder scratch_;
 };
 
 }  // namespace bvtest

@@ -10,6 +10,7 @@
 #include "BrevantCocoaExtensions/platform/Base64.hpp"
 #include "BrevantCocoaExtensions/platform/Exceptions.hpp"
 #include "BrevantCocoaExtensions/text/BVNSData.hpp"
+#include "support/Scratch.hpp"
 
 using bv::ByteData;
 using bv::Text;
@@ -23,18 +24,6 @@ ByteData sequence(std::size_t length) {
     for (std::size_t i = 0; i < length; ++i)
         data[i] = static_cast<std::uint8_t>(i * 7 + 3);
     return data;
-}
-
-struct TemporaryFolder {
-    std::string pattern = (fs::temp_directory_path() / "bvnsdata-XXXXXX").string();
-    fs::path path = ::mkdtemp(pattern.data());
-    ~TemporaryFolder() { fs::remove_all(path); }
-    [[nodiscard]] std::string file(const std::string& name) const { return (path / name).string(); }
-};
-
-std::string contentsOf(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), {});
 }
 
 unsigned modeOf(const std::string& path) {
@@ -111,17 +100,17 @@ TEST(BVNSData, HexadecimalReading) {
 }
 
 TEST(BVNSData, WritersLeaveTheFileUniversallyWritable) {
-    TemporaryFolder folder;
+    const bvtest::ScratchFolder folder("bvnsdata");
     const ByteData bytes{'h', 'i', 0, '\n'};
     const mode_t previousMask = ::umask(022);
-    EXPECT_TRUE(BVNSData::writeToUniversallyWritableFileAtomically(bytes, Text(folder.file("plain")), false));
-    EXPECT_TRUE(BVNSData::writeToUniversallyWritableFileOptionsError(bytes, Text(folder.file("atomic")),
+    EXPECT_TRUE(BVNSData::writeToUniversallyWritableFileAtomically(bytes, Text(folder.path("plain")), false));
+    EXPECT_TRUE(BVNSData::writeToUniversallyWritableFileOptionsError(bytes, Text(folder.path("atomic")),
                                                                      BVNSData::DataWritingAtomic));
     EXPECT_TRUE(BVNSData::writeToUniversallyWritableURLAtomically(
-        bytes, Text("file://" + folder.file("a%20b%C3%A9.bin")), true));
+        bytes, Text("file://" + folder.path("a%20b%C3%A9.bin")), true));
     for (const char* name : {"plain", "atomic", "a b\xC3\xA9.bin"}) {
-        EXPECT_EQ(contentsOf(folder.file(name)), std::string("hi\0\n", 4)) << name;
-        EXPECT_EQ(modeOf(folder.file(name)), 0777u) << name;
+        EXPECT_EQ(folder.read(name), std::string("hi\0\n", 4)) << name;
+        EXPECT_EQ(modeOf(folder.path(name)), 0777u) << name;
     }
     EXPECT_FALSE(
         BVNSData::writeToUniversallyWritableURLAtomically(bytes, Text("http://example.com/x"), true));
@@ -131,19 +120,19 @@ TEST(BVNSData, WritersLeaveTheFileUniversallyWritable) {
 }
 
 TEST(BVNSData, WriterAnswersTheWritesOwnOutcome) {
-    TemporaryFolder folder;
+    const bvtest::ScratchFolder folder("bvnsdata");
     bv::Error error;
     EXPECT_FALSE(BVNSData::writeToUniversallyWritableFileOptionsError(
-        ByteData{1}, Text(folder.file("missing/inner.bin")), 0, &error));
+        ByteData{1}, Text(folder.path("missing/inner.bin")), 0, &error));
     EXPECT_EQ(error.code, ENOENT);
 
     // Refusing to overwrite still opens up the existing file's permissions, and leaves its bytes alone.
-    const std::string existing = folder.file("existing.bin");
+    const std::string existing = folder.path("existing.bin");
     std::ofstream(existing) << "old";
     ::chmod(existing.c_str(), 0600);
     EXPECT_FALSE(BVNSData::writeToUniversallyWritableFileOptionsError(
         ByteData{1}, Text(existing), BVNSData::DataWritingWithoutOverwriting, &error));
     EXPECT_EQ(error.code, EEXIST);
-    EXPECT_EQ(contentsOf(existing), "old");
+    EXPECT_EQ(folder.read("existing.bin"), "old");
     EXPECT_EQ(modeOf(existing), 0777u);
 }

@@ -1,4 +1,5 @@
-// Sort keys: their shape, and stable sorting by one or more keys with each comparison.
+// Sort keys: stable sorting by one or more keys with each comparison, key paths, and values that cannot be
+// ordered.
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -48,13 +49,6 @@ struct Person : bv::Object {
 };
 
 }  // namespace
-
-TEST(BVNSSortDescriptor, DescriptorsHoldOneKey) {
-    EXPECT_EQ(byName(false), (std::vector<SortDescriptor>{{Text("name"), false, Comparison::Compare}}));
-    EXPECT_EQ(sorting::descriptorsForKeyAscendingOrderCaseInsensitive(Text("name"), true, true),
-              (std::vector<SortDescriptor>{{Text("name"), true, Comparison::CaseInsensitiveCompare}}));
-    EXPECT_EQ(sorting::descriptorsForKeyAscendingOrderCaseInsensitive(Text("name"), true, false), byName());
-}
 
 TEST(BVNSSortDescriptor, SortingIsStableInBothDirections) {
     ValueArray rows{row(Value("b"), 1), row(Value("a"), 2), row(Value("b"), 3), row(Value("a"), 4),

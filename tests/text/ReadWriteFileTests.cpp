@@ -9,6 +9,7 @@
 #include <string>
 
 #include "BrevantCocoaExtensions/text/ReadWriteFile.hpp"
+#include "support/Scratch.hpp"
 
 namespace fs = std::filesystem;
 
@@ -16,12 +17,7 @@ namespace {
 
 class ReadWriteFile : public ::testing::Test {
   protected:
-    void SetUp() override {
-        std::string pattern = (fs::temp_directory_path() / "readwritefile-XXXXXX").string();
-        folder_ = ::mkdtemp(pattern.data());
-    }
-    void TearDown() override { fs::remove_all(folder_); }
-    [[nodiscard]] std::string file(const std::string& name) const { return (folder_ / name).string(); }
+    [[nodiscard]] std::string file(const std::string& name) const { return scratch_.path(name); }
 
     // Reads a file and answers its result; the bytes land in *contents.
     static int read(const std::string& path, std::string* contents) {
@@ -39,7 +35,8 @@ class ReadWriteFile : public ::testing::Test {
         return result;
     }
 
-    fs::path folder_;
+    bvtest::ScratchFolder scratch_{"readwritefile"};
+    const fs::path& folder_ = scratch_.root();
 };
 
 }  // namespace

@@ -71,9 +71,15 @@ TEST_F(ToolInputOutput, WriteFailuresEndTheSameWayInEverySubcommand) {
         manyValues += " " + std::to_string(i * 7919ULL * 1000003ULL);
         manyCodes += " " + std::to_string(i);
     }
-    const std::vector<std::string> small{
-        "tally answers.txt",         "csv class.csv",         "base36 35", "base36 -d z", "qcode 66",
-        "base64 encode answers.txt", "hex encode answers.txt"};
+    write("doc.xml", "<r><a>" + std::string(1 << 20, 'v') + "</a></r>");
+    const std::vector<std::string> small{"tally answers.txt",
+                                         "csv class.csv",
+                                         "base36 35",
+                                         "base36 -d z",
+                                         "qcode 66",
+                                         "xml-values doc.xml a",
+                                         "base64 encode answers.txt",
+                                         "hex encode answers.txt"};
     for (const std::string& command : small) {
         ToolRun run = shell("brevant " + command + " > /dev/full");
         EXPECT_EQ(run.status, 1) << command;
@@ -82,7 +88,8 @@ TEST_F(ToolInputOutput, WriteFailuresEndTheSameWayInEverySubcommand) {
     // A reader that goes away after one line: status 0 and nothing on standard error.
     const std::vector<std::string> large{"csv --header big.csv",  "csv --header --json big.csv",
                                          "base64 encode big.csv", "hex encode big.csv",
-                                         "base36" + manyValues,   "qcode" + manyCodes};
+                                         "base36" + manyValues,   "qcode" + manyCodes,
+                                         "tally big.csv",         "xml-values doc.xml a"};
     for (const std::string& command : large) {
         ToolRun run = shell("brevant " + command + " | head -c 1");
         EXPECT_EQ(run.status, 0) << command;

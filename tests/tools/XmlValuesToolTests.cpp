@@ -1,5 +1,6 @@
 // brevant xml-values on hostile and odd input: refused entities and amplifications are errors, standard
-// input, pipes and FIFOs are streams, control characters never reach the terminal, writes are checked.
+// input, pipes and FIFOs are streams, control characters never reach the terminal (write failures are
+// checked with every subcommand in ToolInputOutputTests).
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -16,14 +17,14 @@ namespace fs = std::filesystem;
 using bvtest::ToolRun;
 
 // A folder of its own under the temporary folder, removed with the object.
-struct Scratch : bvtest::ScratchFolder {
-    Scratch() : bvtest::ScratchFolder("brevant-xml-values") {
+struct Scratch : bvtest::ToolFolder {
+    Scratch() : bvtest::ToolFolder("brevant-xml-values") {
         std::filesystem::create_directories(root() / "quiz");
     }
     // Runs a shell pipeline in which "brevant" stands for the tool; standard error and the exit status of
     // the tool (the pipeline's first command unless `statusOf` says otherwise) are kept.
     ToolRun run(const std::string& pipeline, int statusOf = 0) const {
-        return bvtest::ScratchFolder::run(pipeline, "", statusOf);
+        return bvtest::ToolFolder::run(pipeline, "", statusOf);
     }
 };
 
@@ -35,12 +36,10 @@ TEST(BrevantXmlValues, RefusedEntitiesAndAmplificationsAreErrorsNamingTheFile) {
     std::string references;
     for (int i = 0; i < 50000; ++i)
         references += "&b;";
+    // Which entities are refused is the XML layer's rule (XMLNodeTests); here: how the tool reports them.
     const std::tuple<std::string, std::string> cases[] = {
-        {"<!ENTITY s SYSTEM '" + secret + "'>", "only files in the document's folder"},
         {"<!ENTITY s SYSTEM '../secret.txt'>", "only files in the document's folder"},
-        {"<!ENTITY s SYSTEM 'missing.txt'>", "does not exist"},
         {"<!ENTITY % p SYSTEM 'file://" + secret + "'> %p;", "only files in the document's folder"},
-        {"<!ENTITY s SYSTEM 'http://192.0.2.1/x'>", "never the network"},
         {"<!ENTITY b '" + std::string(50 * 1024, 'x') + "'><!ENTITY s '" + references + "'>",
          "The entities would expand to more than"},
     };
@@ -79,16 +78,4 @@ TEST(BrevantXmlValues, StreamsFromPipesAndFifosAndEscapesControlCharacters) {
         EXPECT_EQ(run.status, 0) << pipeline << "\n" << run.err;
         EXPECT_EQ(run.out, expected) << pipeline;
     }
-}
-
-TEST(BrevantXmlValues, WriteFailuresAreReportedAndClosedPipesAreQuiet) {
-    Scratch scratch;
-    const std::string file = scratch.write("doc.xml", "<r><a>" + std::string(1 << 20, 'v') + "</a></r>");
-    ToolRun full = scratch.run("brevant xml-values '" + file + "' a > /dev/full");
-    EXPECT_EQ(full.status, 1);
-    EXPECT_EQ(full.err, "brevant: write error: No space left on device\n");
-    ToolRun closed = scratch.run("brevant xml-values '" + file + "' a | head -c 1");
-    EXPECT_EQ(closed.status, 0);
-    EXPECT_EQ(closed.err, "");
-    EXPECT_EQ(closed.out, "a");
 }
