@@ -6,6 +6,8 @@
 #include <QWidget>
 #include <vector>
 
+QWidget* makeAlertsPage(QWidget* parent);
+
 namespace gallery {
 
 struct Page {
@@ -15,7 +17,9 @@ struct Page {
 
 // The pages in tab order.
 inline std::vector<Page> pages() {
-    return {};
+    return {
+        {QStringLiteral("Alerts"), makeAlertsPage},
+    };
 }
 
 }  // namespace gallery
