@@ -15,7 +15,8 @@
 
 namespace bv {
 
-namespace {
+// The language's pieces: named (not anonymous) because Script::Program holds its statements.
+namespace script_language {
 
 constexpr const char* errorDomain = "BVScriptErrorDomain";
 constexpr std::int64_t loadErrorCode = 1;
@@ -347,7 +348,9 @@ class Interpreter {
     std::map<Text, Value> variables_;
 };
 
-}  // namespace
+}  // namespace script_language
+
+using namespace script_language;
 
 struct Script::Program {
     std::vector<Statement> statements;

@@ -41,9 +41,8 @@ class Script {
     // ended without one; nullopt with *error when it does not compile or fails while running.
     std::optional<Value> executeAndReturnError(Error* error = nullptr);
 
-    struct Program;
-
   private:
+    struct Program;
     Text source_;
     std::unique_ptr<Program> program_;
 };

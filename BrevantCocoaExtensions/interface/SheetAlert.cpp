@@ -29,10 +29,10 @@ void beginAlertSheet(const SheetAlert& sheet, QWidget* window, AlertSheetDelegat
                      void* contextInfo) {
     AlertCenter::beginSheet(
         sheet.alert, window,
-        [sheet, alive = delegate.lifetime(), delegate = &delegate, contextInfo](int chosen) {
+        [sheet, alive = delegate.lifetime(), target = &delegate, contextInfo](int chosen) {
             if (alive.expired()) return;
             const bool known = chosen >= 0 && static_cast<std::size_t>(chosen) < sheet.returnCodes.size();
-            delegate->alertDidEndReturnCodeContextInfo(
+            target->alertDidEndReturnCodeContextInfo(
                 sheet.alert, known ? sheet.returnCodes[static_cast<std::size_t>(chosen)] : AlertDefaultReturn,
                 contextInfo);
         });

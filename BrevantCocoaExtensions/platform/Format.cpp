@@ -22,6 +22,15 @@ bool isDigit(char16_t unit) {
     return unit >= u'0' && unit <= u'9';
 }
 
+// Appends the digits from `at` on to `out` and answers the index after them. More than four digits (a
+// width or precision nobody means) end the format there, so the directive is copied instead of padded.
+std::size_t copyDigits(std::u16string_view format, std::size_t at, std::string& out) {
+    const std::size_t start = at;
+    while (at < format.size() && isDigit(format[at]))
+        out += static_cast<char>(format[at++]);
+    return at - start > 4 ? format.size() : at;
+}
+
 // Parses the directive whose "%" is at `start`; conversion 0 when the format ends inside it.
 Directive parseDirective(std::u16string_view format, std::size_t start) {
     Directive directive;
@@ -34,10 +43,13 @@ Directive parseDirective(std::u16string_view format, std::size_t start) {
             directive.position = directive.position * 10 + static_cast<std::size_t>(format[i] - u'0');
         at = digits + 1;
     }
-    while (
-        at < format.size() &&
-        (std::u16string_view(u"-+ #0.").find(format[at]) != std::u16string_view::npos || isDigit(format[at])))
+    while (at < format.size() && std::u16string_view(u"-+ #0").find(format[at]) != std::u16string_view::npos)
         directive.flags += static_cast<char>(format[at++]);
+    at = copyDigits(format, at, directive.flags);
+    if (at < format.size() && format[at] == u'.') {
+        directive.flags += '.';
+        at = copyDigits(format, at + 1, directive.flags);
+    }
     while (at < format.size() &&
            std::u16string_view(u"hlqztjL").find(format[at]) != std::u16string_view::npos)
         directive.length += static_cast<char>(format[at++]);

@@ -1,9 +1,11 @@
 // The "Alerts" page: a sheet alert whose answer is shown, speech, the CSV picker, and the texts the
 // library formats for messages, errors and scripts.
 #include <QGroupBox>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <initializer_list>
 
 #include "Pages.hpp"
 

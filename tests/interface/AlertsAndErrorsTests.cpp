@@ -8,6 +8,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
+#include <tuple>
 
 #include "BrevantCocoaExtensions/files/BVFileManager.hpp"
 #include "BrevantCocoaExtensions/interface/BNSOpenPanel.hpp"

@@ -32,7 +32,7 @@ TEST_F(ScriptController, FindsScriptsByBareNameAndRemembersTheLastPath) {
     EXPECT_EQ(controller.scriptURL(), Text(resourcePath("Farewell.applescript")));
 
     // While the name matches ignoring case, the remembered path is used without looking again.
-    fs::remove(resourcePath("Farewell.applescript"));
+    std::filesystem::remove(resourcePath("Farewell.applescript"));
     resource("farewell.scpt", "return \"new\"");
     EXPECT_EQ(controller.scriptForName(Text("FAREWELL")), nullptr);
     EXPECT_EQ(logged_, std::vector<std::string>{"The script " + resourcePath("Farewell.applescript") +

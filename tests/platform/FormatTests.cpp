@@ -22,6 +22,7 @@ TEST(Format, FillsDirectivesAsPrintfDoesWithValuesForAt) {
         {"100%% of %@, %s", {Value(), Value("é")}, "100% of (null), é"},
         {"%c%C", {Value(65), Value(0x263A)}, "A\u263A"},
         {"%y stays, so does a last %", {}, "%y stays, so does a last %"},
+        {"%123456d is no width", {Value(1)}, "%123456d is no width"},
         {"%@", {Value(bv::ValueArray{Value(1), Value("b")})}, "(1, b)"},
     };
     for (const auto& c : cases)
