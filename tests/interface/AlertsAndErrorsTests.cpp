@@ -34,6 +34,13 @@ struct ScoringWindow : QuizWindow {};
 namespace {
 class Alerts : public bvtest::InterfaceTest {};
 
+struct Answer {
+    std::string title;
+    int returnCode;
+    void* context;
+    bool operator==(const Answer&) const = default;
+};
+
 // Records the sheet answers it is given.
 template <class Base>
 class Answering : public Base {
@@ -42,12 +49,6 @@ class Answering : public Base {
     void alertDidEndReturnCodeContextInfo(const bv::Alert& alert, int returnCode, void* context) override {
         answers.push_back({alert.title.toUtf8(), returnCode, context});
     }
-    struct Answer {
-        std::string title;
-        int returnCode;
-        void* context;
-        bool operator==(const Answer&) const = default;
-    };
     std::vector<Answer> answers;
 };
 
@@ -155,7 +156,6 @@ TEST_F(Alerts, SheetAlertsReachTheRecorderAndTheDelegate) {
         EXPECT_EQ(texts(recorder.alerts().at(0)),
                   (std::vector<std::string>{"Save?", "Unsaved", "OK", "Later"}));
     }
-    using Answer = decltype(controller.answers)::value_type;
     EXPECT_EQ(controller.answers,
               (std::vector<Answer>{{"End the quiz?", bv::AlertAlternateReturn, &context}}));
     EXPECT_EQ(document.answers, (std::vector<Answer>{{"Save?", bv::AlertOtherReturn, nullptr}}));
@@ -248,7 +248,7 @@ TEST_F(Alerts, QtFilePanelPresenterRunsTheDialogTheRequestDescribes) {
         EXPECT_EQ(dialog.nameFilters(), QStringList{QStringLiteral("Files (*.csv)")});
         EXPECT_EQ(dialog.directory().absolutePath(), QString::fromStdString(path("lists")));
         dialog.selectFile(QString::fromStdString(path("lists/class.csv")));
-        dialog.accept();
+        static_cast<QDialog&>(dialog).accept();  // QFileDialog::accept, public through QDialog
     });
     EXPECT_EQ(bv::BVFileManager::filePathFromOpenFileDialogWithTitleFileTypesCanChooseDirectoriesInitialPath(
                   Text("Import"), {Text("csv")}, false, at("lists")),

@@ -55,7 +55,7 @@ TEST_F(ScriptController, ReplacesTokensKeyAfterKeyInKeyOrder) {
         const char* expected;
     } cases[] = {
         {"say \"NAME, well done NAME\"", {{Text("NAME"), Value("Ada")}}, "say \"Ada, well done Ada\""},
-        {"A B", {{Text("B"), Value("A")}, {Text("A"), Value("B")}}, "B A"},  // "A" first: B's "A" stays
+        {"A B", {{Text("B"), Value("A")}, {Text("A"), Value("B")}}, "A A"},  // "A" first, then every "B"
         {"A", {{Text("A"), Value("B!")}, {Text("B"), Value("c")}}, "c!"},    // a value holding a later key
         {"name NAME", {{Text("NAME"), Value(3)}}, "name 3"},  // case-sensitive, numbers as text
         {"AAA", {{Text("AA"), Value("A")}}, "AA"},            // left to right, not into its own result
