@@ -46,11 +46,14 @@ bool started(Engine& state) {
     return true;
 }
 
+// Synthesizes and waits. Synchronize runs even when the text was refused, or it reports that stale
+// failure on the next call.
 bool synthesizeNow(const Text& text) {
     const std::string utf8 = text.toUtf8();
-    return espeak_Synth(utf8.c_str(), utf8.size() + 1, 0, POS_CHARACTER, 0, espeakCHARS_UTF8, nullptr,
-                        nullptr) == EE_OK &&
-           espeak_Synchronize() == EE_OK;
+    const bool queued = espeak_Synth(utf8.c_str(), utf8.size() + 1, 0, POS_CHARACTER, 0, espeakCHARS_UTF8,
+                                     nullptr, nullptr) == EE_OK;
+    const bool finished = espeak_Synchronize() == EE_OK;
+    return queued && finished;
 }
 
 Speaker& currentSpeaker() {
@@ -99,9 +102,12 @@ bool speakAloud(const Text& text) {
     if (!started(state)) return false;
     const auto aloud =
         static_cast<espeak_ng_OUTPUT_MODE>(ENOUTPUT_MODE_SYNCHRONOUS | ENOUTPUT_MODE_SPEAK_AUDIO);
-    bool spoken = espeak_ng_InitializeOutput(aloud, 0, nullptr) == ENS_OK && synthesizeNow(text);
-    spoken = espeak_ng_InitializeOutput(ENOUTPUT_MODE_SYNCHRONOUS, 0, nullptr) == ENS_OK && spoken;
-    return spoken;
+    const bool spoken = espeak_ng_InitializeOutput(aloud, 0, nullptr) == ENS_OK && synthesizeNow(text);
+    const bool restored = espeak_ng_InitializeOutput(ENOUTPUT_MODE_SYNCHRONOUS, 0, nullptr) == ENS_OK;
+    // Without a sound device the text stays queued inside espeak-ng; an empty synthesis drains it, so it
+    // does not sound at the start of the next text synthesized.
+    if (restored && !spoken) (void)synthesizeNow(Text());
+    return spoken && restored;
 }
 
 std::optional<Samples> synthesize(const Text& text) {

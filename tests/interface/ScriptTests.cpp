@@ -76,4 +76,12 @@ TEST_F(ScriptTest, EspeakSynthesizesAudibleWaveFile) {
         if (sample > 1000 || sample < -1000) ++loud;
     }
     EXPECT_GT(loud, 1000u);  // not silence
+
+    // Reading aloud (which fails without a sound device) leaves nothing behind for the next synthesis.
+    const auto before = bv::Speech::synthesize(Text("hello"));
+    ASSERT_TRUE(before);
+    (void)bv::Speech::speakAloud(Text("hello"));
+    const auto after = bv::Speech::synthesize(Text("hello"));
+    ASSERT_TRUE(after);
+    EXPECT_LT(after->samples.size(), before->samples.size() * 3 / 2);
 }
