@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "BrevantCocoaExtensions/interface/Script.hpp"
+#include "fuzz/harness/ScriptSource.hpp"
 #include "interface/InterfaceTestSupport.hpp"
 
 using bv::Text;
@@ -84,4 +85,20 @@ TEST_F(ScriptTest, EspeakSynthesizesAudibleWaveFile) {
     const auto after = bv::Speech::synthesize(Text("hello"));
     ASSERT_TRUE(after);
     EXPECT_LT(after->samples.size(), before->samples.size() * 3 / 2);
+}
+
+// The fuzz target's starting inputs and saved findings keep the harness's properties in every build.
+TEST_F(ScriptTest, FuzzInputsKeepTheirProperties) {
+    std::size_t replayed = 0;
+    for (const char* folder : {"corpus/script", "regressions/script"}) {
+        const std::filesystem::path inputs = std::filesystem::path(BV_SOURCE_DIR) / "tests/fuzz" / folder;
+        if (!std::filesystem::is_directory(inputs)) continue;
+        for (const auto& entry : std::filesystem::directory_iterator(inputs)) {
+            std::ifstream in(entry.path(), std::ios::binary);
+            const std::string bytes{std::istreambuf_iterator<char>(in), {}};
+            bv::fuzz::scriptSource(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+            ++replayed;
+        }
+    }
+    EXPECT_GE(replayed, 5u);
 }
