@@ -11,7 +11,6 @@
 #include <optional>
 
 #include "BrevantCocoaExtensions/interface/SheetAlert.hpp"
-#include "BrevantCocoaExtensions/platform/Format.hpp"
 
 namespace bv {
 
@@ -38,10 +37,8 @@ void displayAlertWithMessageTextContextDefaultButtonAlternateButtonOtherButtonIn
     Document& self, const Text& messageText, void* context, const std::optional<Text>& defaultButton,
     const std::optional<Text>& alternateButton, const std::optional<Text>& otherButton, const Text& format,
     const Args&... arguments) {
-    beginAlertSheet(
-        alertWithMessageTextDefaultButtonAlternateButtonOtherButtonInformativeText(
-            messageText, defaultButton, alternateButton, otherButton, stringWithFormat(format, arguments...)),
-        self.windowForSheet(), self, context);
+    beginFormattedAlertSheet(self, self.windowForSheet(), messageText, context, defaultButton,
+                             alternateButton, otherButton, format, arguments...);
 }
 
 }  // namespace BVNSDocument

@@ -9,7 +9,6 @@
 #include <optional>
 
 #include "BrevantCocoaExtensions/interface/SheetAlert.hpp"
-#include "BrevantCocoaExtensions/platform/Format.hpp"
 
 namespace bv {
 
@@ -34,10 +33,8 @@ void displayAlertWithMessageTextContextDefaultButtonAlternateButtonOtherButtonIn
     WindowController& self, const Text& messageText, void* context, const std::optional<Text>& defaultButton,
     const std::optional<Text>& alternateButton, const std::optional<Text>& otherButton, const Text& format,
     const Args&... arguments) {
-    beginAlertSheet(
-        alertWithMessageTextDefaultButtonAlternateButtonOtherButtonInformativeText(
-            messageText, defaultButton, alternateButton, otherButton, stringWithFormat(format, arguments...)),
-        self.window(), self, context);
+    beginFormattedAlertSheet(self, self.window(), messageText, context, defaultButton, alternateButton,
+                             otherButton, format, arguments...);
 }
 
 }  // namespace BVNSWindowController

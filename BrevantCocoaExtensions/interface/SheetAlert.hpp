@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "BrevantCocoaExtensions/platform/AlertCenter.hpp"
+#include "BrevantCocoaExtensions/platform/Format.hpp"
 
 namespace bv {
 
