@@ -58,4 +58,18 @@ struct SheetAlert {
 void beginAlertSheet(const SheetAlert& alert, QWidget* window, AlertSheetDelegate& delegate,
                      void* contextInfo);
 
+// The sheet alerts of window controllers and documents: formats the informative text, builds the alert and
+// shows it on the window with the delegate.
+template <class... Args>
+void beginFormattedAlertSheet(AlertSheetDelegate& delegate, QWidget* window, const Text& messageText,
+                              void* context, const std::optional<Text>& defaultButton,
+                              const std::optional<Text>& alternateButton,
+                              const std::optional<Text>& otherButton, const Text& format,
+                              const Args&... arguments) {
+    beginAlertSheet(
+        alertWithMessageTextDefaultButtonAlternateButtonOtherButtonInformativeText(
+            messageText, defaultButton, alternateButton, otherButton, stringWithFormat(format, arguments...)),
+        window, delegate, context);
+}
+
 }  // namespace bv
