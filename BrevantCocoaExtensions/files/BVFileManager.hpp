@@ -47,7 +47,7 @@ struct FilePanelRequest {
     bool allowsMultipleSelection = false;
     std::optional<Text> directory;         // the folder the panel opens in; null for the panel's own choice
     std::optional<Text> requiredFileType;  // save panels: the extension the chosen name must carry
-    Text nameFieldValue;                   // save panels: the proposed file name
+    Text nameFieldValue;                   // the proposed file: a name, or a whole path
 };
 
 // The chosen paths (for a folder panel the panel's current folder), or null when the user cancelled.
@@ -175,6 +175,8 @@ class BVFileManager {
         const std::optional<Text>& requiredFileType, const std::optional<Text>& defaultFilePath,
         const std::optional<Text>& defaultName);
 
+    // Shows the panel through the installed presenter: the chosen paths, or null when cancelled.
+    static std::optional<std::vector<Text>> presentFilePanel(const FilePanelRequest& request);
     // Installs the panel presenter (the interface library's, or a test's) and answers the previous one; an
     // empty presenter restores the headless default, which cancels every panel.
     static FilePanelPresenter setFilePanelPresenter(FilePanelPresenter presenter);

@@ -46,6 +46,10 @@ FilePanelRequest openRequest(const Text& title, const std::vector<Text>& fileTyp
 
 }  // namespace
 
+std::optional<std::vector<Text>> BVFileManager::presentFilePanel(const FilePanelRequest& request) {
+    return present(request);
+}
+
 FilePanelPresenter BVFileManager::setFilePanelPresenter(FilePanelPresenter presenter) {
     const std::lock_guard lock(presenterSlot().mutex);
     std::swap(presenterSlot().presenter, presenter);

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QPushButton>
 
+#include "BrevantCocoaExtensions/interface/BVNSApplicationSheets.hpp"
 #include "BrevantCocoaExtensions/interface/QtText.hpp"
 
 namespace bv::QtAlertPresenter {
@@ -20,6 +21,11 @@ QMessageBox::Icon iconFor(AlertStyle style) {
             break;
     }
     return QMessageBox::Warning;
+}
+
+int chosenButton(const QMessageBox& box) {
+    const qsizetype chosen = box.buttons().indexOf(box.clickedButton());
+    return chosen < 0 ? 0 : static_cast<int>(chosen);
 }
 }  // namespace
 
@@ -39,11 +45,26 @@ std::unique_ptr<QMessageBox> messageBoxForAlert(const Alert& alert, QWidget* par
 int present(const Alert& alert) {
     const std::unique_ptr<QMessageBox> box = messageBoxForAlert(alert, QApplication::activeWindow());
     box->exec();
-    const qsizetype chosen = box->buttons().indexOf(box->clickedButton());
-    return chosen < 0 ? 0 : static_cast<int>(chosen);
+    return chosenButton(*box);
+}
+
+void presentSheet(const Alert& alert, void* window, AlertCenter::SheetCompletion done) {
+    auto* parent = static_cast<QWidget*>(window);
+    if (parent == nullptr) {
+        const int chosen = present(alert);
+        if (done) done(chosen);
+        return;
+    }
+    QMessageBox* box = messageBoxForAlert(alert, parent).release();
+    BVNSApplication::beginSheetModalForWindowDidEndBlock(*box, *parent, [box, done = std::move(done)](int) {
+        const int chosen = chosenButton(*box);
+        box->deleteLater();
+        if (done) done(chosen);
+    });
 }
 
 AlertCenter::Presenter install() {
+    AlertCenter::setSheetPresenter(presentSheet);
     return AlertCenter::setPresenter(present);
 }
 

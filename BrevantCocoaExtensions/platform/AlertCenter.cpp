@@ -12,6 +12,11 @@ AlertCenter::Presenter& currentPresenter() {
     return presenter;
 }
 
+AlertCenter::SheetPresenter& currentSheetPresenter() {
+    static AlertCenter::SheetPresenter presenter;
+    return presenter;
+}
+
 int showHeadless(const Alert& alert) {
     std::string line = alert.title.toUtf8() + ": " + alert.message.toUtf8();
     if (!alert.buttons.empty()) line += " [" + alert.buttons.front().toUtf8() + "]";
@@ -29,7 +34,18 @@ AlertCenter::Presenter AlertCenter::setPresenter(Presenter presenter) {
     return std::exchange(currentPresenter(), std::move(presenter));
 }
 
+void AlertCenter::beginSheet(const Alert& alert, void* window, SheetCompletion done) {
+    if (SheetPresenter presenter = currentSheetPresenter()) return presenter(alert, window, std::move(done));
+    const int chosen = show(alert);
+    if (done) done(chosen);
+}
+
+AlertCenter::SheetPresenter AlertCenter::setSheetPresenter(SheetPresenter presenter) {
+    return std::exchange(currentSheetPresenter(), std::move(presenter));
+}
+
 AlertRecorder::AlertRecorder(int answer) {
+    previousSheetPresenter_ = AlertCenter::setSheetPresenter(nullptr);  // sheets come through show()
     previous_ = AlertCenter::setPresenter([this, answer](const Alert& alert) {
         alerts_.push_back(alert);
         return answer;
@@ -38,6 +54,7 @@ AlertRecorder::AlertRecorder(int answer) {
 
 AlertRecorder::~AlertRecorder() {
     AlertCenter::setPresenter(std::move(previous_));
+    AlertCenter::setSheetPresenter(std::move(previousSheetPresenter_));
 }
 
 }  // namespace bv

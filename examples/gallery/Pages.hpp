@@ -7,6 +7,7 @@
 #include <vector>
 
 QWidget* makeTablesPage(QWidget* parent);
+QWidget* makeAlertsPage(QWidget* parent);
 
 namespace gallery {
 
@@ -19,6 +20,7 @@ struct Page {
 inline std::vector<Page> pages() {
     return {
         {QStringLiteral("Tables"), makeTablesPage},
+        {QStringLiteral("Alerts"), makeAlertsPage},
     };
 }
 
