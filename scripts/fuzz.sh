@@ -34,6 +34,7 @@ dictionary_for() {
         xml_document | xml_parser | property_list | settings_loader | credentials_document) echo "$root/tests/fuzz/dict/xml.dict" ;;
         entities) echo "$root/tests/fuzz/dict/entities.dict" ;;
         csv_line | csv_file) echo "$root/tests/fuzz/dict/csv.dict" ;;
+        rtf_reader) echo "$root/tests/fuzz/dict/rtf.dict" ;;
         *) echo "" ;;
     esac
 }

@@ -13,9 +13,13 @@ struct Page {
     QWidget* (*make)(QWidget* parent);  // builds the page
 };
 
+QWidget* makeStyledTextPage(QWidget* parent);
+
 // The pages in tab order.
 inline std::vector<Page> pages() {
-    return {};
+    return {
+        {"Styled text", makeStyledTextPage},
+    };
 }
 
 }  // namespace gallery
