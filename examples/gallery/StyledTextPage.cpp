@@ -47,7 +47,7 @@ AttributedString report() {
 // Captions drawn turned by 0, -90 and 30 degrees.
 class RotatedCaptions : public QWidget {
   public:
-    explicit RotatedCaptions(QWidget* parent) : QWidget(parent) { setMinimumHeight(150); }
+    explicit RotatedCaptions(QWidget* parent) : QWidget(parent) { setMinimumHeight(190); }
 
   protected:
     void paintEvent(QPaintEvent*) override {
@@ -58,10 +58,10 @@ class RotatedCaptions : public QWidget {
         format.setForeground(QColor(0x40, 0x80, 0x00));
         const AttributedString caption(bv::Text("Correct answers"), format);
         styled::drawAtPointRotateDegreesInView(caption, {20, 20}, 0, painter);
-        styled::drawAtPointRotateDegreesInView(caption, {-140, 200}, -90, painter);  // reads upwards
+        styled::drawAtPointRotateDegreesInView(caption, {-180, 200}, -90, painter);  // reads upwards
         format.setForeground(QColor(0x00, 0x00, 0xFF));
         styled::drawAtPointRotateDegreesInView(AttributedString(bv::Text("Turned 30 degrees"), format),
-                                               {260, -60}, 30, painter);
+                                               {230, -100}, 30, painter);
     }
 };
 
@@ -93,7 +93,7 @@ QWidget* makeStyledTextPage(QWidget* parent) {
 
     auto* left = new QVBoxLayout;
     left->addWidget(new QLabel(QStringLiteral("Styled text in a text view (editable):"), page));
-    left->addWidget(view, 2);
+    left->addWidget(view, 1);
     left->addWidget(new RotatedCaptions(page), 1);
     auto* right = new QVBoxLayout;
     right->addWidget(exportButton);

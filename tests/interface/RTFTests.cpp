@@ -85,7 +85,7 @@ TEST(RTF, ReadsWhatWordProcessorsWrite) {
          u"Hello bold caf\u00e9\n"},
         {R"({\rtf1\ansi\ansicpg1252\cocoartf2639{\fonttbl\f0\fswiss\fcharset0 Helvetica;}
 {\colortbl;\red255\green255\blue255;}{\*\expandedcolortbl;;}\pard\tx566\f0\fs24 \cf0 Line\
-next \u8212 dash\uc0\u8220 q\u8221 })",
+next \u8212? dash\uc0\u8220 q\u8221 })",
          u"Line\nnext \u2014 dash\u201cq\u201d"},
         {R"({\rtf1\ansi\deff0{\fonttbl{\f0\froman\fprq2\fcharset0 Liberation Serif;}{\f1\fnil\fcharset204 Arial;}}
 {\stylesheet{\s0 Normal;}}{\info{\author Someone}}{\*\generator LibreOffice}{\f1 \'cf\'f0\'e8\'e2\'e5\'f2}
