@@ -50,6 +50,11 @@ AttributedString AttributedString::attributedSubstring(Range range) const {
     return piece;
 }
 
+void AttributedString::reserve(std::size_t characters, std::size_t runs) {
+    text_.units().reserve(characters);
+    runs_.reserve(runs);
+}
+
 void AttributedString::append(const AttributedString& other) {
     const std::size_t offset = text_.length();
     text_ += other.text_;

@@ -67,6 +67,8 @@ class AttributedString {
 
     // The characters of the range with their formats; RangeException when it leaves the text.
     [[nodiscard]] AttributedString attributedSubstring(Range range) const;
+    // Makes room for that many characters and runs, so a long build does not keep moving them.
+    void reserve(std::size_t characters, std::size_t runs);
     void append(const AttributedString& other);
     void append(const Text& text, const QTextCharFormat& format = QTextCharFormat());
 

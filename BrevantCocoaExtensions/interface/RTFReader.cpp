@@ -266,6 +266,9 @@ class Reader {
             ++position_;
         if (input_.substr(position_, 5) != "{\\rtf")
             throw Damage{"the text does not start with {\\rtf", position_};
+        // The text is never longer than the RTF (markup makes it shorter), and a run takes a dozen bytes or
+        // more.
+        text_.reserve(input_.size() / 2, input_.size() / 32);
         while (position_ < input_.size()) {
             const char byte = input_[position_++];
             switch (byte) {
