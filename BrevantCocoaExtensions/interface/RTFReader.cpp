@@ -23,15 +23,12 @@ namespace {
 enum class Destination : std::uint8_t { Body, Skip, FontTable, ColorTable, FieldInstruction };
 
 enum class Action : std::uint8_t {
-    Character,    // inserts the character `value`
-    Destination,  // the group is that destination (`value`)
-    Field,        // a field starts: its instruction comes next
-    FieldResult,  // the field's visible text, linked when the instruction is a HYPERLINK
-    Bold,         // the formatting words: a parameter of 0 turns them off
-    Italic,
-    Underline,
-    UnderlineNone,
-    Strike,
+    Character,               // inserts the character `value`
+    Destination,             // the group is that destination (`value`)
+    Field,                   // a field starts: its instruction comes next
+    FieldResult,             // the field's visible text, linked when the instruction is a HYPERLINK
+    Switch,                  // turns the character flag `flag` on, or off with a parameter of 0
+    UnderlineNone,           // \ulnone: underline off
     FontSize,                // half points
     Colour,                  // colour table index
     Font,                    // font table index (in the font table: the entry being defined)
@@ -48,10 +45,21 @@ enum class Action : std::uint8_t {
     Blue,
 };
 
+struct CharacterState {
+    bool bold = false;
+    bool italic = false;
+    bool underline = false;
+    bool strike = false;
+    int halfPoints = 0;  // 0: no size given
+    int colour = -1;     // colour table index; -1: none
+    int font = -1;       // font table index; -1: none chosen
+};
+
 struct ControlWord {
     std::string_view name;
     Action action;
     int value = 0;
+    bool CharacterState::*flag = nullptr;
 };
 
 constexpr int skip = static_cast<int>(Destination::Skip);
@@ -67,14 +75,14 @@ constexpr ControlWord controlWords[] = {
     {"red", Action::Red},
     {"green", Action::Green},
     {"blue", Action::Blue},
-    {"b", Action::Bold},
-    {"i", Action::Italic},
-    {"ul", Action::Underline},
-    {"uld", Action::Underline},
-    {"uldb", Action::Underline},
-    {"ulw", Action::Underline},
+    {"b", Action::Switch, 0, &CharacterState::bold},
+    {"i", Action::Switch, 0, &CharacterState::italic},
+    {"ul", Action::Switch, 0, &CharacterState::underline},
+    {"uld", Action::Switch, 0, &CharacterState::underline},
+    {"uldb", Action::Switch, 0, &CharacterState::underline},
+    {"ulw", Action::Switch, 0, &CharacterState::underline},
     {"ulnone", Action::UnderlineNone},
-    {"strike", Action::Strike},
+    {"strike", Action::Switch, 0, &CharacterState::strike},
     {"fs", Action::FontSize},
     {"cf", Action::Colour},
     {"f", Action::Font},
@@ -194,16 +202,6 @@ class Converters {
     UConverter* fallback(int page) { return page == 1252 ? nullptr : forCodePage(1252); }
 
     std::map<int, UConverter*> open_;
-};
-
-struct CharacterState {
-    bool bold = false;
-    bool italic = false;
-    bool underline = false;
-    bool strike = false;
-    int halfPoints = 0;  // 0: no size given
-    int colour = -1;     // colour table index; -1: none
-    int font = -1;       // font table index; -1: none chosen
 };
 
 struct Group {
@@ -431,20 +429,11 @@ class Reader {
             case Action::FieldResult:
                 if (auto address = hyperlinkAddress(instruction_)) group.link = std::move(address);
                 break;
-            case Action::Bold:
-                character.bold = on;
-                break;
-            case Action::Italic:
-                character.italic = on;
-                break;
-            case Action::Underline:
-                character.underline = on;
+            case Action::Switch:
+                character.*word.flag = on;
                 break;
             case Action::UnderlineNone:
                 character.underline = false;
-                break;
-            case Action::Strike:
-                character.strike = on;
                 break;
             case Action::FontSize:
                 character.halfPoints = std::clamp(number, 0, 3276);
