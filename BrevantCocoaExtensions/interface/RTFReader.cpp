@@ -549,9 +549,9 @@ class Reader {
 
     void finishFont() {
         if (tableFont_ >= 0) {
-            fonts_[tableFont_] = {
-                QString::fromUtf16(fontName_.data(), static_cast<qsizetype>(fontName_.size())).trimmed(),
-                codePageForCharset(tableCharset_)};
+            // A ";" (written as \u59) cannot be part of a name: it would end the entry when written again.
+            QString name = QString::fromUtf16(fontName_.data(), static_cast<qsizetype>(fontName_.size()));
+            fonts_[tableFont_] = {name.remove(u';').trimmed(), codePageForCharset(tableCharset_)};
         }
         fontName_.clear();
         tableFont_ = -1;
