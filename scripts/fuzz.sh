@@ -35,6 +35,7 @@ dictionary_for() {
         entities) echo "$root/tests/fuzz/dict/entities.dict" ;;
         csv_line | csv_file) echo "$root/tests/fuzz/dict/csv.dict" ;;
         script) echo "$root/tests/fuzz/dict/script.dict" ;;
+        rtf_reader) echo "$root/tests/fuzz/dict/rtf.dict" ;;
         *) echo "" ;;
     esac
 }

@@ -8,6 +8,7 @@
 
 QWidget* makeTablesPage(QWidget* parent);
 QWidget* makeAlertsPage(QWidget* parent);
+QWidget* makeStyledTextPage(QWidget* parent);
 
 namespace gallery {
 
@@ -20,6 +21,7 @@ struct Page {
 inline std::vector<Page> pages() {
     return {
         {QStringLiteral("Tables"), makeTablesPage},
+        {QStringLiteral("Styled text"), makeStyledTextPage},
         {QStringLiteral("Alerts"), makeAlertsPage},
     };
 }
