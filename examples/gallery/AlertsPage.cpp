@@ -99,6 +99,8 @@ QGroupBox* textsBox(QWidget* page) {
 
 }  // namespace
 
+namespace gallery {
+
 QWidget* makeAlertsPage(QWidget* parent) {
     bv::QtFilePanelPresenter::install();  // the pickers become file dialogs
     auto* page = new QWidget(parent);
@@ -107,3 +109,5 @@ QWidget* makeAlertsPage(QWidget* parent) {
     columns->addWidget(textsBox(page), 1);
     return page;
 }
+
+}  // namespace gallery

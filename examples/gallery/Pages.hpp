@@ -6,11 +6,11 @@
 #include <QWidget>
 #include <vector>
 
-QWidget* makeTablesPage(QWidget* parent);
-QWidget* makeAlertsPage(QWidget* parent);
-QWidget* makeStyledTextPage(QWidget* parent);
-
 namespace gallery {
+
+QWidget* makeTablesPage(QWidget* parent);
+QWidget* makeStyledTextPage(QWidget* parent);
+QWidget* makeAlertsPage(QWidget* parent);
 
 struct Page {
     QString name;                       // the tab's title, also the --page argument

@@ -138,6 +138,8 @@ QGroupBox* gradingBox(QWidget* parent) {
 
 }  // namespace
 
+namespace gallery {
+
 QWidget* makeTablesPage(QWidget* parent) {
     auto* page = new QWidget(parent);
     auto* layout = new QVBoxLayout(page);
@@ -156,3 +158,5 @@ QWidget* makeTablesPage(QWidget* parent) {
     layout->addWidget(gradingBox(page));
     return page;
 }
+
+}  // namespace gallery

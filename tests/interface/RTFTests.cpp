@@ -136,7 +136,7 @@ TEST(RTF, DamagedInputGivesNullAndOneLogLine) {
 
 TEST(RTF, UnrtfReadsTheWritersOutput) {
     if (!std::filesystem::exists("/usr/bin/unrtf")) GTEST_SKIP() << "unrtf is not installed";
-    bvtest::ScratchFolder folder("rtf-test");
+    bvtest::ToolFolder folder("rtf-test");
     AttributedString text(Text("Plain start, "));
     text.append(Text("strong words"), format([](QTextCharFormat& f) { f.setFontWeight(QFont::Bold); }));
     text.append(Text(u" and caf\u00e9 {braces}\nsecond line"));
