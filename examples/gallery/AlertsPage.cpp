@@ -14,6 +14,7 @@
 #include "BrevantCocoaExtensions/interface/BVNSError.hpp"
 #include "BrevantCocoaExtensions/interface/BVNSObject.hpp"
 #include "BrevantCocoaExtensions/interface/BVNSWindowController.hpp"
+#include "BrevantCocoaExtensions/interface/QtAlertPresenter.hpp"
 #include "BrevantCocoaExtensions/interface/QtFilePanelPresenter.hpp"
 #include "BrevantCocoaExtensions/interface/QtText.hpp"
 
@@ -73,6 +74,20 @@ QGroupBox* actionsBox(QWidget* page) {
     return box;
 }
 
+// A picture of the box that "End the quiz…" shows, drawn without showing it.
+QLabel* sheetPreview(QWidget* parent) {
+    const bv::Alert alert{bv::AlertStyle::Warning,
+                          bv::Text("End the quiz now?"),
+                          bv::Text("18 of 24 participants have answered."),
+                          {bv::Text("End Quiz"), bv::Text("Cancel")}};
+    const auto box = bv::QtAlertPresenter::messageBoxForAlert(alert);
+    box->adjustSize();
+    auto* label = new QLabel(parent);
+    label->setPixmap(box->grab());
+    label->setToolTip(QStringLiteral("The sheet alert, as the button shows it"));
+    return label;
+}
+
 QGroupBox* textsBox(QWidget* page) {
     auto* box = new QGroupBox(QStringLiteral("Formatted texts"), page);
     auto* layout = new QVBoxLayout(box);
@@ -93,6 +108,7 @@ QGroupBox* textsBox(QWidget* page) {
         textLabel(QStringLiteral("It answers: ") +
                       (answer ? bv::toQString(answer->description()) : QStringLiteral("(error)")),
                   box));
+    layout->addWidget(sheetPreview(box));
     layout->addStretch();
     return box;
 }
