@@ -7,8 +7,6 @@
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <unordered_set>
 
@@ -58,15 +56,10 @@ std::optional<ValueDictionary> readPreferences(const Text& identifier) {
     if (utf8.empty() || utf8.find('/') != std::string::npos || utf8 == "." || utf8 == "..")
         return std::nullopt;
     const std::string path = preferencesFile(identifier);
-    std::ifstream in(path, std::ios::binary);
-    if (!in) return ValueDictionary{};
-    const std::string bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-    Error error;
-    const auto value = PropertyList::fromXmlData(bytes, &error);
-    if (value && value->dictionary()) return *value->dictionary();
-    log("BVUtilities: the preferences file " + path + " is damaged" +
-        (error.failureReason.empty() ? std::string() : ": " + error.failureReason.toUtf8()));
-    return std::nullopt;
+    PropertyList::DictionaryFile read = PropertyList::readDictionaryFile(path);
+    if (read.missing) return ValueDictionary{};
+    if (!read.dictionary) log("BVUtilities: the preferences file " + path + " is damaged" + read.damage);
+    return std::move(read.dictionary);
 }
 
 bool writePreferences(const Text& identifier, const ValueDictionary& preferences) {

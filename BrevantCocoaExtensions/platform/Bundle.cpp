@@ -5,8 +5,6 @@
 #include <link.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <utility>
 
 #include "BrevantCocoaExtensions/platform/Log.hpp"
@@ -58,15 +56,10 @@ std::string enclosingFramework(const std::string& file) {
 }
 
 std::optional<ValueDictionary> readInfoPlist(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    if (!in) return std::nullopt;
-    const std::string bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-    Error error;
-    const auto value = PropertyList::fromXmlData(bytes, &error);
-    if (value && value->dictionary()) return *value->dictionary();
-    log("Bundle: " + path + " is not a property-list dictionary" +
-        (error.failureReason.empty() ? std::string() : ": " + error.failureReason.toUtf8()));
-    return std::nullopt;
+    PropertyList::DictionaryFile read = PropertyList::readDictionaryFile(path);
+    if (!read.dictionary && !read.missing)
+        log("Bundle: " + path + " is not a property-list dictionary" + read.damage);
+    return std::move(read.dictionary);
 }
 
 // The bundle of one loaded object file, or null when it belongs to none.

@@ -10,6 +10,8 @@
 #include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <fstream>
+#include <iterator>
 #include <memory>
 #include <string>
 
@@ -459,6 +461,17 @@ std::optional<Value> fromXmlData(std::string_view bytes, Error* error) {
 
 std::optional<Value> fromXmlData(const ByteData& data, Error* error) {
     return fromXmlData(std::string_view(reinterpret_cast<const char*>(data.data()), data.size()), error);
+}
+
+DictionaryFile readDictionaryFile(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    if (!in) return {std::nullopt, true, {}};
+    const std::string bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    Error error;
+    const auto value = fromXmlData(bytes, &error);
+    if (value && value->dictionary()) return {*value->dictionary(), false, {}};
+    return {std::nullopt, false,
+            error.failureReason.empty() ? std::string() : ": " + error.failureReason.toUtf8()};
 }
 
 }  // namespace bv::PropertyList

@@ -13,6 +13,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "BrevantCocoaExtensions/platform/Error.hpp"
@@ -35,5 +36,15 @@ namespace bv::PropertyList {
 // bytes are not well-formed XML or not a property list.
 [[nodiscard]] std::optional<Value> fromXmlData(std::string_view bytes, Error* error = nullptr);
 [[nodiscard]] std::optional<Value> fromXmlData(const ByteData& data, Error* error = nullptr);
+
+// What reading a property-list file gave: the dictionary, or nothing with the file missing (unreadable) or
+// damaged (not a property-list dictionary; `damage` says why, ": REASON", empty when there is no reason).
+struct DictionaryFile {
+    std::optional<ValueDictionary> dictionary;
+    bool missing = false;
+    std::string damage;
+};
+// Reads the property-list dictionary stored in the file at `path`.
+[[nodiscard]] DictionaryFile readDictionaryFile(const std::string& path);
 
 }  // namespace bv::PropertyList

@@ -2,8 +2,6 @@
 #include "BrevantCocoaExtensions/platform/UserDefaults.hpp"
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include "BrevantCocoaExtensions/platform/Bundle.hpp"
 #include "BrevantCocoaExtensions/platform/FileWriting.hpp"
@@ -30,14 +28,10 @@ std::string applicationIdentifier() {
 
 ValueDictionary readDefaults() {
     const std::string file = path();
-    std::ifstream in(file, std::ios::binary);
-    if (!in) return {};
-    const std::string bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-    Error error;
-    const auto value = PropertyList::fromXmlData(bytes, &error);
-    if (value && value->dictionary()) return *value->dictionary();
-    log("UserDefaults: the defaults file " + file + " is damaged and reads as empty" +
-        (error.failureReason.empty() ? std::string() : ": " + error.failureReason.toUtf8()));
+    PropertyList::DictionaryFile read = PropertyList::readDictionaryFile(file);
+    if (read.dictionary) return std::move(*read.dictionary);
+    if (!read.missing)
+        log("UserDefaults: the defaults file " + file + " is damaged and reads as empty" + read.damage);
     return {};
 }
 
