@@ -2,6 +2,7 @@
 #include "BrevantCocoaExtensions/interface/BVImageAndTextCell.hpp"
 
 #include <QIcon>
+#include <QLineEdit>
 #include <QPainter>
 #include <QPixmap>
 #include <algorithm>
@@ -129,6 +130,20 @@ void BVImageAndTextCell::updateEditorGeometry(QWidget* editor, const QStyleOptio
     textOption.rect =
         toQRect(textFrameForCellFrame(fromQRect(option.rect), image.isNull() ? 0.0 : image.width()));
     QStyledItemDelegate::updateEditorGeometry(editor, textOption, index);
+}
+
+void BVImageAndTextCell::editWithFrameInViewEditorDelegateEvent(const Rect& cellFrame,
+                                                                QWidget* editor) const {
+    if (editor)
+        editor->setGeometry(
+            toQRect(textFrameForCellFrame(cellFrame, image_.isNull() ? 0.0 : image_.width())));
+}
+
+void BVImageAndTextCell::selectWithFrameInViewEditorDelegateStartLength(const Rect& cellFrame,
+                                                                        QWidget* editor, int start,
+                                                                        int length) const {
+    editWithFrameInViewEditorDelegateEvent(cellFrame, editor);
+    if (auto* line = qobject_cast<QLineEdit*>(editor)) line->setSelection(start, length);
 }
 
 }  // namespace bv

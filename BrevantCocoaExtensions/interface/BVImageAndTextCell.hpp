@@ -68,6 +68,11 @@ class BVImageAndTextCell : public QStyledItemDelegate {
     // Editing and selecting happen in the frame less the image strip.
     void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                               const QModelIndex& index) const override;
+    // Places a field editor in the cell frame less the strip of the cell's own image.
+    void editWithFrameInViewEditorDelegateEvent(const Rect& cellFrame, QWidget* editor) const;
+    // The same, then selects `length` characters from `start` when the editor is a QLineEdit.
+    void selectWithFrameInViewEditorDelegateStartLength(const Rect& cellFrame, QWidget* editor, int start,
+                                                        int length) const;
 
   protected:
     // The text part only: the decoration is the cell's to draw.

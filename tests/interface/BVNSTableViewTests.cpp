@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <unicode/locid.h>
+#include <QLineEdit>
 #include <QPainter>
 #include <QPersistentModelIndex>
 #include <QStandardItemModel>
@@ -191,6 +192,17 @@ TEST(BVImageAndTextCell, PlacesTheImageAndTextByTheStrip) {
     EXPECT_EQ(BVImageAndTextCell::cellSizeForTextSize(Size{50, 17}, 0), (Size{53, 17}));
     EXPECT_EQ(BVImageAndTextCell::textFrameForCellFrame(Rect{{0, 0}, {100, 20}}, 0),
               (Rect{{3, 0}, {97, 20}}));
+}
+
+TEST(BVImageAndTextCell, EditsAndSelectsBesideItsImage) {
+    BVImageAndTextCell cell;
+    QImage image(32, 32, QImage::Format_ARGB32);
+    image.fill(Qt::red);
+    cell.setCellImage(image);  // kept at 16 by 16
+    QLineEdit editor(QStringLiteral("Question seven"));
+    cell.selectWithFrameInViewEditorDelegateStartLength(Rect{{10, 20}, {100, 21}}, &editor, 9, 5);
+    EXPECT_EQ(editor.geometry(), QRect(29, 20, 81, 21));
+    EXPECT_EQ(editor.selectedText(), QStringLiteral("seven"));
 }
 
 TEST(BVImageAndTextCell, ScalesItsImageSharesItOnCopyAndDrawsIt) {
