@@ -5,6 +5,8 @@
 
 #include <signal.h>
 #include <spawn.h>
+#include <sys/socket.h>
+#include <sys/un.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -63,10 +65,24 @@ class PrivateBus {
             throw std::runtime_error(
                 "PrivateBus: dbus-daemon cannot start (is the dbus-daemon package installed?)");
         const std::string socket = folder_ + "/bus";
-        for (int attempt = 0; attempt < 500 && !std::filesystem::exists(socket); ++attempt)
-            usleep(10'000);  // the socket appears once the daemon listens
-        if (!std::filesystem::exists(socket))
-            throw std::runtime_error("PrivateBus: dbus-daemon did not start listening");
+        // The socket file appears when the daemon binds it, a moment before it accepts connections: wait
+        // until a connection is accepted.
+        for (int attempt = 0; attempt < 500 && !accepts(socket); ++attempt)
+            usleep(10'000);
+        if (!accepts(socket)) throw std::runtime_error("PrivateBus: dbus-daemon did not start listening");
+    }
+
+    static bool accepts(const std::string& socketPath) {
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        if (socketPath.size() >= sizeof address.sun_path) return false;
+        socketPath.copy(address.sun_path, socketPath.size());
+        const int descriptor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+        if (descriptor < 0) return false;
+        const bool connected =
+            ::connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+        ::close(descriptor);
+        return connected;
     }
 
     std::string folder_;
