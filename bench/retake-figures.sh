@@ -18,7 +18,10 @@ echo "load average before: $(cut -d' ' -f1-3 /proc/loadavg); repetitions: $repet
 for program in StringBench CSVReaderBench EncodingBench CountedStringsBench CollectionsBench XMLParserBench \
   DateBench FileManagerBench ThumbnailBench MatrixBench; do
   [[ -x "$bin/$program" ]] || continue  # the interface benchmarks exist only where Qt was found
+  # Repetitions of the library and its peer are interleaved, so that a slow spell of the machine falls on
+  # both alike.
   "$bin/$program" --benchmark_repetitions="$repetitions" --benchmark_min_time=0.2 \
+    --benchmark_enable_random_interleaving=true \
     --benchmark_report_aggregates_only=true --benchmark_format=json >"$work/$program.json" 2>/dev/null
 done
 

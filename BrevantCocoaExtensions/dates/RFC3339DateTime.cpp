@@ -10,6 +10,7 @@
 #include <string_view>
 #include <utility>
 
+#include "BrevantCocoaExtensions/dates/RFC3339ReadingInternal.hpp"
 #include "BrevantCocoaExtensions/platform/CharacterSet.hpp"
 
 namespace bv {
@@ -36,6 +37,9 @@ constexpr auto isTimeSeparator = [](char16_t unit) { return unit == u':'; };
 constexpr auto isZoneDesignator = [](char16_t unit) {
     return unit == u'+' || unit == u'-' || unit == u'z' || unit == u'Z';
 };
+
+// The upper half of slots that start undefined: integers read from text keep it.
+constexpr std::uint64_t kReadFromTextUpper = 0x7FFFFFFF00000000ULL;
 
 // Writes a 32-bit value into the low half of a 64-bit slot, keeping the upper half as it was.
 void storeLow32(std::int64_t& slot, std::int32_t value) {
@@ -219,9 +223,20 @@ void shortDigits(std::uint32_t value, int length, char16_t* out) {
 
 // Components read from text hold 0x7FFFFFFF above their 32-bit value: 9223372032559808512 + (0 to 2^32 - 1),
 // up to 2^63 itself. All of them start "922337203" and end in ten digits of 2559808512 plus the low half.
-constexpr std::uint64_t kReadFromText = 0x7FFFFFFF00000000ULL;
+constexpr std::uint64_t kReadFromText = kReadFromTextUpper;
 
 void readFromTextDigits(std::uint64_t magnitude, char16_t* out) {
+    const std::uint64_t low = magnitude - kReadFromText;
+    if (low < 10000) {  // the usual case: 2559808512 + low is "25598" and the five digits of 8512 + low
+        static constexpr char16_t fixed[] = u"92233720325598";
+        std::copy_n(fixed, 14, out);
+        const auto five = static_cast<std::uint32_t>(8512 + low);
+        out[14] = static_cast<char16_t>(u'0' + five / 10000);
+        const std::uint32_t four = five % 10000;
+        std::copy_n(kDigitPairs + four / 100 * 2, 2, out + 15);
+        std::copy_n(kDigitPairs + four % 100 * 2, 2, out + 17);
+        return;
+    }
     static constexpr char16_t prefix[] = u"922337203";
     std::copy_n(prefix, 9, out);
     const std::uint64_t rest = 2559808512ULL + (magnitude - kReadFromText);  // below 10^10
@@ -252,9 +267,11 @@ void decimalDigits(std::uint64_t magnitude, int length, char16_t* out) {
     shortDigits(static_cast<std::uint32_t>(high / kPart), length - 16, out);
 }
 
-// Builds the written text in a fixed buffer, long enough for six 20-character numbers and the separators.
+// Builds the written text in place, in room enough for six 20-character numbers and the separators.
 class Writer {
   public:
+    static constexpr std::size_t kCapacity = 160;
+
     void put(char16_t unit) { units_[size_++] = unit; }
     void put(std::u16string_view text) {
         for (char16_t unit : text)
@@ -263,6 +280,16 @@ class Writer {
 
     // printf's "%0<width>ld": the sign counts toward the width, zeros go after it.
     void number(std::int64_t value, int width) {
+        if (value >= 0 && value < 100 && width == 2) {  // seconds and offsets: one digit pair
+            std::copy_n(kDigitPairs + value * 2, 2, units_ + size_);
+            size_ += 2;
+            return;
+        }
+        if (static_cast<std::uint64_t>(value) - kReadFromText < 10000) {  // read from text: always 19 digits
+            readFromTextDigits(static_cast<std::uint64_t>(value), units_ + size_);
+            size_ += 19;
+            return;
+        }
         const std::uint64_t magnitude =
             value < 0 ? 0 - static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value);
         const int length = decimalLength(magnitude);
@@ -288,7 +315,7 @@ class Writer {
     [[nodiscard]] Text text() const { return Text(std::u16string(units_, size_)); }
 
   private:
-    char16_t units_[160];
+    char16_t units_[kCapacity];
     std::size_t size_ = 0;
 };
 
@@ -302,6 +329,95 @@ std::shared_ptr<TimeZone> universalZone() {
 }
 
 }  // namespace
+
+namespace RFC3339Reading {
+
+// The token reader: white space skipped before each token, each separator a run of one or more of its
+// characters; the first step that fails ends reading and what was read so far is kept.
+void readTokens(std::u16string_view text, DateComponents& components, bool& universal, std::int64_t& offset) {
+    float seconds = -1.0f;
+    std::u16string_view sign;
+    std::int64_t offsetHours = 0;
+    std::int64_t offsetMinutes = 0;
+    Scanner scanner(text);
+    (void)(scanner.scanInt(components.year) && scanner.scanRun(isDateSeparator) &&
+           scanner.scanInt(components.month) && scanner.scanRun(isDateSeparator) &&
+           scanner.scanInt(components.day) && scanner.scanRun(isDateTimeSeparator) &&
+           scanner.scanInt(components.hour) && scanner.scanRun(isTimeSeparator) &&
+           scanner.scanInt(components.minute) && scanner.scanRun(isTimeSeparator) &&
+           scanner.scanFloat(seconds) && scanner.scanRun(isZoneDesignator, &sign) &&
+           scanner.scanInt(offsetHours) && scanner.scanRun(isTimeSeparator) &&
+           scanner.scanInt(offsetMinutes));
+
+    // An unordered comparison (a NaN) counts as "equal to -1": the second stays undefined.
+    if (seconds > -1.0f || seconds < -1.0f) components.second = truncatedSecond(seconds);
+
+    // A missing designator counts as "Z", deliberately.
+    universal = sign.empty() || (sign.size() == 1 && (sign[0] == u'Z' || sign[0] == u'z'));
+    offset = 0;
+    if (!universal) {
+        offset = offsetMinutes * 60 + offsetHours * 3600;
+        if (sign == u"-") offset = offset == 0 ? UndefinedDateComponent : -offset;
+    }
+}
+
+// The usual texts, "2008-01-02T10:11:12Z" and "2008-01-02T10:11:12.250+05:30" (a fraction of a second or
+// none, nothing before or after), read in one straight pass to exactly what the token reader gives for them;
+// false for any other text, which the token reader then reads.
+bool readCanonical(std::u16string_view text, DateComponents& components, bool& universal,
+                   std::int64_t& offset) {
+    const std::size_t length = text.size();
+    if (length < 20) return false;
+    const auto digit = [text](std::size_t at) { return static_cast<std::uint32_t>(text[at]) - u'0'; };
+    for (std::size_t at : {0, 1, 2, 3, 5, 6, 8, 9, 11, 12, 14, 15, 17, 18}) {
+        if (digit(at) > 9) return false;
+    }
+    if (text[4] != u'-' || text[7] != u'-' || (text[10] != u'T' && text[10] != u't') || text[13] != u':' ||
+        text[16] != u':')
+        return false;
+    const auto two = [&digit](std::size_t at) {
+        return static_cast<std::int64_t>(digit(at) * 10 + digit(at + 1));
+    };
+
+    // Seconds as the token reader reads them: a decimal number made a 32-bit float, then truncated.
+    Mantissa seconds;
+    seconds.add(static_cast<int>(digit(17)), false);
+    seconds.add(static_cast<int>(digit(18)), false);
+    std::size_t zone = 19;
+    if (text[zone] == u'.') {
+        for (++zone; zone < length && digit(zone) <= 9; ++zone)
+            seconds.add(static_cast<int>(digit(zone)), true);
+        if (seconds.fractionDigits == 0 || !seconds.fast() || zone >= length) return false;
+    }
+
+    std::int64_t zoneHours = 0;
+    std::int64_t zoneMinutes = 0;
+    const char16_t designator = text[zone];
+    if (designator == u'Z' || designator == u'z') {
+        if (length != zone + 1) return false;
+    } else {
+        if ((designator != u'+' && designator != u'-') || length != zone + 6 || digit(zone + 1) > 9 ||
+            digit(zone + 2) > 9 || text[zone + 3] != u':' || digit(zone + 4) > 9 || digit(zone + 5) > 9)
+            return false;
+        zoneHours = two(zone + 1);
+        zoneMinutes = two(zone + 4);
+    }
+
+    // Integers read from text land in the low half of slots that start undefined (0x7FFFFFFF above).
+    constexpr auto upper = static_cast<std::int64_t>(kReadFromTextUpper);
+    components.year = upper | (two(0) * 100 + two(2));
+    components.month = upper | two(5);
+    components.day = upper | two(8);
+    components.hour = upper | two(11);
+    components.minute = upper | two(14);
+    components.second = truncatedSecond(toFloat(seconds.quotient()));
+    universal = designator == u'Z' || designator == u'z';
+    offset = zoneMinutes * 60 + zoneHours * 3600;
+    if (designator == u'-') offset = offset == 0 ? UndefinedDateComponent : -offset;
+    return true;
+}
+
+}  // namespace RFC3339Reading
 
 // --- Construction --------------------------------------------------------------------------------------
 
@@ -340,35 +456,13 @@ RFC3339DateTime RFC3339DateTime::initWithDateTimeZone(Date date, std::shared_ptr
 
 void RFC3339DateTime::setFromRFC3339String(const Text& text) {
     auto components = std::make_shared<DateComponents>();
-    float seconds = -1.0f;
-    std::u16string_view sign;
-    std::int64_t offsetHours = 0;
-    std::int64_t offsetMinutes = 0;
-    Scanner scanner(text.view());
-    (void)(scanner.scanInt(components->year) && scanner.scanRun(isDateSeparator) &&
-           scanner.scanInt(components->month) && scanner.scanRun(isDateSeparator) &&
-           scanner.scanInt(components->day) && scanner.scanRun(isDateTimeSeparator) &&
-           scanner.scanInt(components->hour) && scanner.scanRun(isTimeSeparator) &&
-           scanner.scanInt(components->minute) && scanner.scanRun(isTimeSeparator) &&
-           scanner.scanFloat(seconds) && scanner.scanRun(isZoneDesignator, &sign) &&
-           scanner.scanInt(offsetHours) && scanner.scanRun(isTimeSeparator) &&
-           scanner.scanInt(offsetMinutes));
-
-    // An unordered comparison (a NaN) counts as "equal to -1": the second stays undefined.
-    if (seconds > -1.0f || seconds < -1.0f) components->second = truncatedSecond(seconds);
+    bool universal = false;
+    std::int64_t offset = 0;
+    if (!RFC3339Reading::readCanonical(text.view(), *components, universal, offset))
+        RFC3339Reading::readTokens(text.view(), *components, universal, offset);
     dateComponents_ = std::move(components);
     timeZone_ = nullptr;
-    isUniversalTime_ = false;
-
-    // A missing designator counts as "Z", deliberately.
-    const bool universal = sign.empty() || (sign.size() == 1 && (sign[0] == u'Z' || sign[0] == u'z'));
-    std::int64_t offset = 0;
-    if (universal) {
-        isUniversalTime_ = true;
-    } else {
-        offset = offsetMinutes * 60 + offsetHours * 3600;
-        if (sign == u"-") offset = offset == 0 ? UndefinedDateComponent : -offset;
-    }
+    isUniversalTime_ = universal;
     offsetSeconds_ = offset;
 }
 

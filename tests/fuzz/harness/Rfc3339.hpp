@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "BrevantCocoaExtensions/dates/RFC3339DateTime.hpp"
+#include "BrevantCocoaExtensions/dates/RFC3339ReadingInternal.hpp"
 #include "Common.hpp"
 
 namespace bv::fuzz {
@@ -40,11 +41,27 @@ inline bool writesBack(const RFC3339DateTime& read) {
            (offset > -86400 && offset < 86400 && offset % 60 == 0);
 }
 
+// The straight reader, where it takes a text, gives what the token reader gives.
+inline void readersAgree(const Text& text) {
+    DateComponents straight, tokens;
+    bool straightUniversal = false, tokensUniversal = false;
+    std::int64_t straightOffset = 0, tokensOffset = 0;
+    if (!RFC3339Reading::readCanonical(text.view(), straight, straightUniversal, straightOffset)) return;
+    RFC3339Reading::readTokens(text.view(), tokens, tokensUniversal, tokensOffset);
+    check(straight.year == tokens.year && straight.month == tokens.month && straight.day == tokens.day &&
+              straight.hour == tokens.hour && straight.minute == tokens.minute &&
+              straight.second == tokens.second && straightUniversal == tokensUniversal &&
+              straightOffset == tokensOffset,
+          "the straight reader gives what the token reader gives");
+}
+
 }  // namespace detail
 
 // Any text reads (never fails) into a value with a components record whose instant and description can be
 // asked for; a readable date-time, written back, reads to the same components, offset and universal flag.
+// The straight reader of the usual texts agrees with the token reader.
 inline void rfc3339(const std::uint8_t* data, std::size_t size) {
+    detail::readersAgree(Text::fromUtf8(asChars(data, size)));
     const RFC3339DateTime read =
         RFC3339DateTime::dateTimeWithRFC3339String(Text::fromUtf8(asChars(data, size)));
     check(read.dateComponents() != nullptr, "reading always makes a components record");
